@@ -1,0 +1,26 @@
+// Sink of the default logging library (host/log). write_log formats each
+// line and hands it here; a host or a test replaces the sink to route or
+// capture the lines. The default sink prints levels >= 4 to standard error.
+#ifndef OLK_LOGSINK_H
+#define OLK_LOGSINK_H
+
+#include <functional>
+#include <string>
+
+namespace Olk {
+namespace Log {
+
+using Sink = std::function<void(int level, const std::string& module,
+                                const std::string& text)>;
+
+// Installs `sink`; an empty function restores the default sink. Returns the
+// sink that was installed before, so callers can put it back.
+Sink SetSink(Sink sink);
+
+// The default sink: "[module] text" on standard error for levels >= 4.
+void DefaultSink(int level, const std::string& module, const std::string& text);
+
+}  // namespace Log
+}  // namespace Olk
+
+#endif  // OLK_LOGSINK_H

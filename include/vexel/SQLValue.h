@@ -1,0 +1,74 @@
+// Literal values. The text is fixed at construction: integers in decimal,
+// floating values with six decimals, strings in single quotes. Strings are
+// not escaped: callers that need quoting pass an SQLExpr or escape first.
+#ifndef VEXEL_SQLVALUE_H
+#define VEXEL_SQLVALUE_H
+
+#include <string>
+
+#include "vexel/CommonExpr.h"
+
+namespace vexel {
+
+class SQLExpr;
+class ANY;
+class Ptr_CommonExpr;
+
+// A function-call text taken verbatim by SQLValue.
+struct SQLFunc {
+  std::string text;
+};
+
+class VEXEL_API SQLValue : public CommonExpr {
+ public:
+  SQLValue() = default;
+  SQLValue(const short& v);
+  SQLValue(const short& v, const tessel::DBTYPE& db);
+  SQLValue(const unsigned short& v);
+  SQLValue(const unsigned short& v, const tessel::DBTYPE& db);
+  SQLValue(const int& v);
+  SQLValue(const int& v, const tessel::DBTYPE& db);
+  SQLValue(const unsigned int& v);
+  SQLValue(const unsigned int& v, const tessel::DBTYPE& db);
+  SQLValue(const long& v);
+  SQLValue(const long& v, const tessel::DBTYPE& db);
+  SQLValue(const unsigned long& v);
+  SQLValue(const unsigned long& v, const tessel::DBTYPE& db);
+  SQLValue(const long long& v);
+  SQLValue(const long long& v, const tessel::DBTYPE& db);
+  SQLValue(const unsigned long long& v);
+  SQLValue(const unsigned long long& v, const tessel::DBTYPE& db);
+  SQLValue(const float& v);
+  SQLValue(const float& v, const tessel::DBTYPE& db);
+  SQLValue(const double& v);
+  SQLValue(const double& v, const tessel::DBTYPE& db);
+  SQLValue(const std::string& s);
+  SQLValue(const std::string& s, const tessel::DBTYPE& db);
+  SQLValue(const char* s);
+  SQLValue(const char* s, const tessel::DBTYPE& db);
+  SQLValue(const SQLValue& v, const tessel::DBTYPE& db);
+  SQLValue(const CommonExpr& e, const tessel::DBTYPE& db);
+  SQLValue(const SQLExpr& e);
+  SQLValue(const SQLFunc& f);
+  SQLValue(const SQLFunc& f, const tessel::DBTYPE& db);
+
+  SQLValue(const SQLValue&) = default;
+  SQLValue(SQLValue&&) = default;
+  SQLValue& operator=(const SQLValue&) = default;
+  SQLValue& operator=(SQLValue&&) = default;
+  ~SQLValue() = default;
+
+  const std::string& GetValue() const { return value_; }
+  std::string GetExpr(const tessel::DBTYPE& db_type) const override;
+  void set_table_name(const std::string& table_name) override;
+  void set_db_type(const tessel::DBTYPE& db) { db_type_ = db; }
+  tessel::DBTYPE db_type() const { return db_type_; }
+
+ private:
+  std::string value_;
+  tessel::DBTYPE db_type_ = tessel::DB_POSTGRESQL;
+};
+
+}  // namespace vexel
+
+#endif  // VEXEL_SQLVALUE_H

@@ -1,0 +1,26 @@
+// A function name used where a column stands ("s..f" in PostgreSQL and SQL
+// Server, "f" in SQLite).
+#ifndef VEXEL_FUNC_H
+#define VEXEL_FUNC_H
+
+#include <string>
+
+#include "vexel/col.h"
+
+namespace vexel {
+
+class VEXEL_API func : public col {
+ public:
+  func();
+  func(const std::string& name);
+  func(const char* name);
+  // Copies everything but the EXCLUDED mark.
+  func(const func& other);
+  func& operator=(const func& other) = default;
+
+  std::string col_name() const override;
+};
+
+}  // namespace vexel
+
+#endif  // VEXEL_FUNC_H

@@ -1,0 +1,22 @@
+// The whole public interface of the library, with the host interfaces it
+// relies on (tessel::CConnect, tessel::DBTYPE).
+#ifndef VEXEL_VEXEL_H
+#define VEXEL_VEXEL_H
+
+#include "tessel/CConnect.h"
+#include "tessel/DBType.h"
+#include "vexel/CommonExpr.h"
+#include "vexel/Ptr_CommonExpr.h"
+#include "vexel/QueryBuilder.h"
+#include "vexel/SQLExpr.h"
+#include "vexel/SQLValue.h"
+#include "vexel/col.h"
+#include "vexel/export.h"
+#include "vexel/expr.h"
+#include "vexel/func.h"
+#include "vexel/sch.h"
+#include "vexel/seq.h"
+#include "vexel/tab.h"
+#include "vexel/view.h"
+
+#endif  // VEXEL_VEXEL_H

@@ -1,0 +1,42 @@
+// A view reference. Unlike tab, set_schema_name assigns even an empty name,
+// and SQLite renders a view without its schema.
+#ifndef VEXEL_VIEW_H
+#define VEXEL_VIEW_H
+
+#include <string>
+
+#include "tessel/DBType.h"
+#include "vexel/col.h"
+#include "vexel/export.h"
+
+namespace vexel {
+
+class VEXEL_API view {
+ public:
+  view() = default;
+  view(const std::string& name);
+  view(const char* name);
+  view(const view&) = default;
+  view& operator=(const view&) = default;
+
+  view& AS(const std::string& alias);
+  view& AS(const char* alias);
+  void set_schema_name(const std::string& name) { schema_name_ = name; }
+  void set_db_type(tessel::DBTYPE db) { db_type_ = db; }
+  tessel::DBTYPE db_type() const { return db_type_; }
+  const std::string& schema_name() const { return schema_name_; }
+  const std::string& get_only_view_name() const { return table_name_; }
+  std::string view_name() const;
+
+  vexel::col col(const std::string& name) const;
+  vexel::col col(const char* name) const;
+
+ private:
+  std::string schema_name_;
+  std::string table_name_;
+  tessel::DBTYPE db_type_ = tessel::DB_POSTGRESQL;
+};
+
+}  // namespace vexel
+
+#endif  // VEXEL_VIEW_H

@@ -1,0 +1,111 @@
+// Implementation base of QueryBuilder: holds the SELECT statement's clauses
+// as text, already rendered in the implementation's dialect, and renders the
+// statement through one shared renderer. Dialect classes only say how their
+// text and execution differ (SelectForm, ExecForm).
+#ifndef VEXEL_SQLQUERY_H
+#define VEXEL_SQLQUERY_H
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "internal/Execution.h"
+#include "tessel/CConnect.h"
+#include "vexel/col.h"
+
+namespace vexel {
+
+class CommonExpr;
+class SQLValue;
+
+class SQLQuery {
+ public:
+  // How a dialect's SELECT text differs.
+  struct SelectForm {
+    bool select_expression;  // the SELECT(expr) text stands after "SELECT "
+    bool always_from;        // " FROM " is written even with no FROM text
+    bool fetch_paging;       // OFFSET n ROWS FETCH NEXT m ROWS ONLY
+  };
+  // How a dialect's execution differs.
+  struct ExecForm {
+    bool semicolon;  // ";" after the plain and view-aware forms
+    internal::ConnOp time_out_op;
+    internal::ConnOp collate_op;
+    internal::ConnOp loop_op;
+  };
+  enum class Variant { kPlain, kContainView, kTimeOut, kCollate, kLoop };
+
+  explicit SQLQuery(const std::shared_ptr<tessel::CConnect>& conn);
+  SQLQuery(const SQLQuery&) = default;
+  SQLQuery& operator=(const SQLQuery&) = delete;
+
+  virtual std::string tosql() const = 0;
+  virtual bool Execute() = 0;
+  virtual bool ExecuteQueryContainView() = 0;
+  virtual bool ExecuteQueryUDT(const int& time_out) = 0;
+  virtual bool ExecuteSortByCollate(const std::string& collate_name) = 0;
+  virtual bool ExecuteLoop() = 0;
+
+  tessel::DBTYPE db_type() const { return db_type_; }
+
+  // Clauses. Texts are rendered now, in this implementation's dialect.
+  void SELECT(const std::vector<col>& cols);
+  void SELECT(const CommonExpr& e);
+  void FROM(const std::string& from_text) { from_ = from_text; }
+  void JOIN(const std::string& keyword, const std::string& target);
+  void ON(const CommonExpr& condition);
+  void WHERE(const CommonExpr& condition);
+  void HAVING(const CommonExpr& condition);
+  void AND(const CommonExpr& condition);
+  void OR(const CommonExpr& condition);
+  void GROUP_BY(const std::vector<col>& cols) { group_cols_ = with_dialect(cols); }
+  void ORDER_BY(const std::vector<col>& cols) { order_cols_ = with_dialect(cols); }
+  void LIMIT(int limit) { limit_ = limit; }
+  void OFFSET(int offset) { offset_ = offset; }
+  void UNION(const std::string& text) { union_ = text; }
+  void UNION_ALL(const std::string& text) { union_all_ = text; }
+  void EXCEPT(const std::string& text) { except_ = text; }
+  void INTERSECT(const std::string& text) { intersect_ = text; }
+
+ protected:
+  ~SQLQuery() = default;
+
+
+  std::string render(const SelectForm& form) const;
+  bool run(const ExecForm& form, Variant variant, const internal::Site& site,
+           int time_out = 0, const std::string& collate_name = std::string());
+
+ private:
+  std::vector<col> with_dialect(const std::vector<col>& cols) const;
+  std::string condition_text(const CommonExpr& condition) const;
+  void extend(const char* connector, const CommonExpr& condition);
+
+  std::string from_;
+  std::vector<col> select_cols_;
+  std::vector<col> order_cols_;
+  std::vector<col> group_cols_;
+  std::string where_;
+  std::string having_;
+  int limit_ = 0;
+  int offset_ = 0;
+  std::vector<std::string> joins_;
+  std::vector<std::string> ons_;
+  std::string union_;
+  std::string union_all_;
+  std::string except_;
+  std::string intersect_;
+  std::string select_expression_;
+  std::shared_ptr<tessel::CConnect> db_conn_;
+  tessel::DBTYPE db_type_ = tessel::DB_POSTGRESQL;
+};
+
+// The implementation class chosen for a dialect: SQLite for 1, SQL Server
+// for 3, PostgreSQL for 2 and every other code. Null if allocation fails.
+std::shared_ptr<SQLQuery> make_query(tessel::DBTYPE db,
+                                     const std::shared_ptr<tessel::CConnect>& conn);
+// A copy of `other` as the class chosen for `db`.
+std::shared_ptr<SQLQuery> copy_query(tessel::DBTYPE db, const SQLQuery& other);
+
+}  // namespace vexel
+
+#endif  // VEXEL_SQLQUERY_H

@@ -1,0 +1,36 @@
+// Small text helpers shared by the renderers.
+#ifndef VEXEL_INTERNAL_TEXT_H
+#define VEXEL_INTERNAL_TEXT_H
+
+#include <memory>
+#include <new>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "vexel/col.h"
+
+namespace vexel {
+namespace internal {
+
+// Columns by col::col_name(), separated by " , ". A column that renders
+// empty while nothing was written yet adds no separator.
+std::string join_names(const std::vector<col>& cols);
+// Columns by col::to_order(), separated by " , ".
+std::string join_orders(const std::vector<col>& cols);
+
+// Allocates an implementation object; null when memory runs out, which the
+// facades report instead of throwing.
+template <typename T, typename... Args>
+std::shared_ptr<T> make_nothrow(Args&&... args) {
+  try {
+    return std::make_shared<T>(std::forward<Args>(args)...);
+  } catch (const std::bad_alloc&) {
+    return nullptr;
+  }
+}
+
+}  // namespace internal
+}  // namespace vexel
+
+#endif  // VEXEL_INTERNAL_TEXT_H

@@ -1,0 +1,34 @@
+#include "vexel/tab.h"
+
+namespace vexel {
+
+tab::tab(const std::string& name) : table_name_(name) {}
+tab::tab(const char* name) : table_name_(name != nullptr ? name : "") {}
+
+tab& tab::AS(const std::string& alias) {
+  if (!alias.empty()) table_name_ += " AS " + alias;
+  return *this;
+}
+
+tab& tab::AS(const char* alias) { return AS(std::string(alias != nullptr ? alias : "")); }
+
+void tab::set_schema_name(const std::string& name) {
+  if (!name.empty()) schema_name_ = name;
+}
+
+std::string tab::table_name() const {
+  if (schema_name_.empty()) return table_name_;
+  return schema_name_ + "." + table_name_;
+}
+
+col tab::col(const std::string& name) const {
+  vexel::col c(name);
+  c.set_schema_name(schema_name_);
+  c.set_view_name(table_name_);
+  c.set_db_type(db_type_);
+  return c;
+}
+
+col tab::col(const char* name) const { return col(std::string(name != nullptr ? name : "")); }
+
+}  // namespace vexel
