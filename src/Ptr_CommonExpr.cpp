@@ -24,7 +24,9 @@ Ptr_CommonExpr Ptr_CommonExpr::combine(const Ptr_CommonExpr& other, const char* 
   return result;
 }
 
-Ptr_CommonExpr Ptr_CommonExpr::AND(const Ptr_CommonExpr& other) const { return combine(other, kAnd); }
+Ptr_CommonExpr Ptr_CommonExpr::AND(const Ptr_CommonExpr& other) const {
+  return combine(other, kAnd);
+}
 Ptr_CommonExpr Ptr_CommonExpr::OR(const Ptr_CommonExpr& other) const { return combine(other, kOr); }
 
 Ptr_CommonExpr& Ptr_CommonExpr::AndCon(const Ptr_CommonExpr& other) {

@@ -1,16 +1,15 @@
 #include "SQLQuery.h"
 
+#include "internal/Text.h"
 #include "postgres/PGQuery.h"
 #include "sqlite/SQLiteQuery.h"
 #include "sqlserver/SQLServerQuery.h"
-#include "internal/Text.h"
 #include "vexel/CommonExpr.h"
 
 namespace vexel {
 
 SQLQuery::SQLQuery(const std::shared_ptr<tessel::CConnect>& conn)
-    : db_conn_(conn),
-      db_type_(conn ? conn->GetDBType() : tessel::DB_POSTGRESQL) {}
+    : db_conn_(conn), db_type_(conn ? conn->GetDBType() : tessel::DB_POSTGRESQL) {}
 
 std::vector<col> SQLQuery::with_dialect(const std::vector<col>& cols) const {
   std::vector<col> out;
@@ -89,8 +88,8 @@ std::string SQLQuery::render(const SelectForm& form) const {
   return s;
 }
 
-bool SQLQuery::run(const ExecForm& form, Variant variant, const internal::Site& site,
-                   int time_out, const std::string& collate_name) {
+bool SQLQuery::run(const ExecForm& form, Variant variant, const internal::Site& site, int time_out,
+                   const std::string& collate_name) {
   internal::ExecRequest request;
   request.site = site;
   bool semicolon = false;

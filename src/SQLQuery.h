@@ -70,10 +70,9 @@ class SQLQuery {
  protected:
   ~SQLQuery() = default;
 
-
   std::string render(const SelectForm& form) const;
-  bool run(const ExecForm& form, Variant variant, const internal::Site& site,
-           int time_out = 0, const std::string& collate_name = std::string());
+  bool run(const ExecForm& form, Variant variant, const internal::Site& site, int time_out = 0,
+           const std::string& collate_name = std::string());
 
  private:
   std::vector<col> with_dialect(const std::vector<col>& cols) const;

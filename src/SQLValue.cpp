@@ -14,7 +14,9 @@ std::string quoted(const std::string& s) { return "'" + s + "'"; }
 SQLValue::SQLValue(const short& v) : value_(std::to_string(static_cast<int>(v))) {}
 SQLValue::SQLValue(const short& v, const tessel::DBTYPE& db) : SQLValue(v) { db_type_ = db; }
 SQLValue::SQLValue(const unsigned short& v) : value_(std::to_string(static_cast<int>(v))) {}
-SQLValue::SQLValue(const unsigned short& v, const tessel::DBTYPE& db) : SQLValue(v) { db_type_ = db; }
+SQLValue::SQLValue(const unsigned short& v, const tessel::DBTYPE& db) : SQLValue(v) {
+  db_type_ = db;
+}
 SQLValue::SQLValue(const int& v) : value_(std::to_string(v)) {}
 SQLValue::SQLValue(const int& v, const tessel::DBTYPE& db) : SQLValue(v) { db_type_ = db; }
 SQLValue::SQLValue(const unsigned int& v) : value_(std::to_string(v)) {}
@@ -22,11 +24,15 @@ SQLValue::SQLValue(const unsigned int& v, const tessel::DBTYPE& db) : SQLValue(v
 SQLValue::SQLValue(const long& v) : value_(std::to_string(v)) {}
 SQLValue::SQLValue(const long& v, const tessel::DBTYPE& db) : SQLValue(v) { db_type_ = db; }
 SQLValue::SQLValue(const unsigned long& v) : value_(std::to_string(v)) {}
-SQLValue::SQLValue(const unsigned long& v, const tessel::DBTYPE& db) : SQLValue(v) { db_type_ = db; }
+SQLValue::SQLValue(const unsigned long& v, const tessel::DBTYPE& db) : SQLValue(v) {
+  db_type_ = db;
+}
 SQLValue::SQLValue(const long long& v) : value_(std::to_string(v)) {}
 SQLValue::SQLValue(const long long& v, const tessel::DBTYPE& db) : SQLValue(v) { db_type_ = db; }
 SQLValue::SQLValue(const unsigned long long& v) : value_(std::to_string(v)) {}
-SQLValue::SQLValue(const unsigned long long& v, const tessel::DBTYPE& db) : SQLValue(v) { db_type_ = db; }
+SQLValue::SQLValue(const unsigned long long& v, const tessel::DBTYPE& db) : SQLValue(v) {
+  db_type_ = db;
+}
 SQLValue::SQLValue(const float& v) : value_(std::to_string(v)) {}
 SQLValue::SQLValue(const float& v, const tessel::DBTYPE& db) : SQLValue(v) { db_type_ = db; }
 SQLValue::SQLValue(const double& v) : value_(std::to_string(v)) {}
@@ -37,7 +43,8 @@ SQLValue::SQLValue(const std::string& s, const tessel::DBTYPE& db) : SQLValue(s)
 SQLValue::SQLValue(const char* s) : value_(quoted(s != nullptr ? s : "")) {}
 SQLValue::SQLValue(const char* s, const tessel::DBTYPE& db) : SQLValue(s) { db_type_ = db; }
 SQLValue::SQLValue(const SQLValue& v, const tessel::DBTYPE& db) : value_(v.value_), db_type_(db) {}
-SQLValue::SQLValue(const CommonExpr& e, const tessel::DBTYPE& db) : value_(e.GetExpr(db)), db_type_(db) {}
+SQLValue::SQLValue(const CommonExpr& e, const tessel::DBTYPE& db)
+    : value_(e.GetExpr(db)), db_type_(db) {}
 SQLValue::SQLValue(const SQLExpr& e) : value_(e.ToExpr()) {}
 SQLValue::SQLValue(const SQLFunc& f) : value_(f.text) {}
 SQLValue::SQLValue(const SQLFunc& f, const tessel::DBTYPE& db) : value_(f.text), db_type_(db) {}

@@ -31,14 +31,12 @@ std::string str_fmt(const char* format, ...) {
   return text;
 }
 
-std::string StringReplace(const std::string& text, const std::string& from,
-                          const std::string& to) {
+std::string StringReplace(const std::string& text, const std::string& from, const std::string& to) {
   if (from.empty()) return text;
   std::string out;
   out.reserve(text.size());
   size_t pos = 0;
-  for (size_t hit = text.find(from); hit != std::string::npos;
-       hit = text.find(from, pos)) {
+  for (size_t hit = text.find(from); hit != std::string::npos; hit = text.find(from, pos)) {
     out.append(text, pos, hit - pos);
     out.append(to);
     pos = hit + from.size();

@@ -28,9 +28,7 @@ void DefaultSink(int level, const std::string& module, const std::string& text) 
   }
 }
 
-Sink SetSink(Sink sink) {
-  return std::exchange(current_sink(), std::move(sink));
-}
+Sink SetSink(Sink sink) { return std::exchange(current_sink(), std::move(sink)); }
 
 }  // namespace Log
 }  // namespace Olk

@@ -14,7 +14,6 @@
 #define OLK_PRINTF_FORMAT(fmt_index, first_arg)
 #endif
 
-int write_log(int level, const char* module, const char* format, ...)
-    OLK_PRINTF_FORMAT(3, 4);
+int write_log(int level, const char* module, const char* format, ...) OLK_PRINTF_FORMAT(3, 4);
 
 #endif  // OLK_LOG_H

@@ -10,8 +10,7 @@
 namespace Olk {
 namespace Log {
 
-using Sink = std::function<void(int level, const std::string& module,
-                                const std::string& text)>;
+using Sink = std::function<void(int level, const std::string& module, const std::string& text)>;
 
 // Installs `sink`; an empty function restores the default sink. Returns the
 // sink that was installed before, so callers can put it back.

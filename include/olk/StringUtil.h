@@ -19,8 +19,7 @@ std::string vstr_fmt(const char* format, va_list args);
 
 // A copy of `text` with every occurrence of `from` replaced by `to`; an
 // empty `from` leaves the text unchanged.
-std::string StringReplace(const std::string& text, const std::string& from,
-                          const std::string& to);
+std::string StringReplace(const std::string& text, const std::string& from, const std::string& to);
 
 }  // namespace StringUtil
 }  // namespace Base

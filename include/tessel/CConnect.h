@@ -34,8 +34,7 @@ class CConnect {
   // Query stopped after `time_out` seconds.
   virtual bool ExecuteQueryUDT(const std::string& sql, const int& time_out) = 0;
   // Query sorted under the named collation.
-  virtual bool ExecuteSortByCollate(const std::string& sql,
-                                    const std::string& collate_name) = 0;
+  virtual bool ExecuteSortByCollate(const std::string& sql, const std::string& collate_name) = 0;
   // Query whose (possibly large) result is fetched in batches.
   virtual bool ExecuteLoop(const std::string& sql) = 0;
   // Dialect of this connection.

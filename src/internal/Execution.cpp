@@ -6,8 +6,7 @@ namespace vexel {
 namespace internal {
 namespace {
 
-bool call(tessel::CConnect& conn, const ExecRequest& request,
-          const std::string& sql) {
+bool call(tessel::CConnect& conn, const ExecRequest& request, const std::string& sql) {
   switch (request.op) {
     case ConnOp::kUpdate:
       return conn.ExecuteUpdate(sql);
@@ -75,18 +74,15 @@ void log_failure(const ExecRequest& request, int code, const std::string& info,
 
 }  // namespace
 
-bool Run(tessel::CConnect& conn, const ExecRequest& request,
-         const std::string& sql) {
+bool Run(tessel::CConnect& conn, const ExecRequest& request, const std::string& sql) {
   if (call(conn, request, sql)) return true;
   std::string info;
-  const int code = request.query_error ? conn.GetLastQueryError(info)
-                                       : conn.GetLastError(info);
+  const int code = request.query_error ? conn.GetLastQueryError(info) : conn.GetLastError(info);
   log_failure(request, code, info, sql);
   return false;
 }
 
-bool Execute(const std::shared_ptr<tessel::CConnect>& conn,
-             const ExecRequest& request,
+bool Execute(const std::shared_ptr<tessel::CConnect>& conn, const ExecRequest& request,
              const std::function<std::string()>& render) {
   if (!conn) {
     VEXEL_LOG_AT(request.site, 5, "[%s]db_conn_ is nullptr.[%s(%d)]");

@@ -52,13 +52,11 @@ struct ExecRequest {
 
 // Logs "db_conn_ is nullptr" and returns false when `conn` is empty (without
 // rendering); otherwise renders and runs the statement.
-bool Execute(const std::shared_ptr<tessel::CConnect>& conn,
-             const ExecRequest& request,
+bool Execute(const std::shared_ptr<tessel::CConnect>& conn, const ExecRequest& request,
              const std::function<std::string()>& render);
 
 // Runs an already rendered text on a present connection.
-bool Run(tessel::CConnect& conn, const ExecRequest& request,
-         const std::string& sql);
+bool Run(tessel::CConnect& conn, const ExecRequest& request, const std::string& sql);
 
 }  // namespace internal
 }  // namespace vexel

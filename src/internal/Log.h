@@ -28,10 +28,9 @@ struct Site {
 // Passes the function name before and the file and line after the message
 // arguments, which must be printf-compatible (int, const char*).
 template <typename... Args>
-void log_line(int level, const std::string& function, const char* file,
-              int line, const char* format, const Args&... args) {
-  ::write_log(level, kLogModule, format, function.c_str(), args..., file,
-              line);
+void log_line(int level, const std::string& function, const char* file, int line,
+              const char* format, const Args&... args) {
+  ::write_log(level, kLogModule, format, function.c_str(), args..., file, line);
 }
 
 }  // namespace internal
@@ -44,14 +43,12 @@ void log_line(int level, const std::string& function, const char* file,
 #endif
 
 // The calling operation as a Site, for shared helpers that log on its behalf.
-#define VEXEL_SITE \
-  (::vexel::internal::Site{VEXEL_PRETTY_FUNCTION, __FILE__, __LINE__})
+#define VEXEL_SITE (::vexel::internal::Site{VEXEL_PRETTY_FUNCTION, __FILE__, __LINE__})
 
 // VEXEL_LOG_AT(site, level, format, args...): one line on behalf of `site`.
-#define VEXEL_LOG_AT(site, level, ...)                                  \
-  ::vexel::internal::log_line(                                          \
-      (level), ::vexel::internal::qualified_name((site).function),      \
-      (site).file, (site).line, __VA_ARGS__)
+#define VEXEL_LOG_AT(site, level, ...)                                                     \
+  ::vexel::internal::log_line((level), ::vexel::internal::qualified_name((site).function), \
+                              (site).file, (site).line, __VA_ARGS__)
 
 // VEXEL_LOG(level, format, args...): one line under the enclosing function.
 #define VEXEL_LOG(level, ...) VEXEL_LOG_AT(VEXEL_SITE, level, __VA_ARGS__)

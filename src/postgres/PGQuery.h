@@ -1,4 +1,5 @@
-// PostgreSQL SELECT: the reference form; the time-out, collation and loop forms go to the connection's dedicated operations.
+// PostgreSQL SELECT: the reference form; the time-out, collation and loop forms go to the
+// connection's dedicated operations.
 #ifndef VEXEL_PGQUERY_H
 #define VEXEL_PGQUERY_H
 

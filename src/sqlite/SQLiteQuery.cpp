@@ -4,14 +4,16 @@ namespace vexel {
 namespace {
 
 constexpr SQLQuery::SelectForm kSelect{true, false, false};
-constexpr SQLQuery::ExecForm kExec{true, internal::ConnOp::kQuery,
-                                   internal::ConnOp::kQuery, internal::ConnOp::kQuery};
+constexpr SQLQuery::ExecForm kExec{true, internal::ConnOp::kQuery, internal::ConnOp::kQuery,
+                                   internal::ConnOp::kQuery};
 
 }  // namespace
 
 std::string SQLiteQuery::tosql() const { return render(kSelect); }
 bool SQLiteQuery::Execute() { return run(kExec, Variant::kPlain, VEXEL_SITE); }
-bool SQLiteQuery::ExecuteQueryContainView() { return run(kExec, Variant::kContainView, VEXEL_SITE); }
+bool SQLiteQuery::ExecuteQueryContainView() {
+  return run(kExec, Variant::kContainView, VEXEL_SITE);
+}
 bool SQLiteQuery::ExecuteQueryUDT(const int& time_out) {
   return run(kExec, Variant::kTimeOut, VEXEL_SITE, time_out);
 }

@@ -4,14 +4,16 @@ namespace vexel {
 namespace {
 
 constexpr SQLQuery::SelectForm kSelect{false, true, true};
-constexpr SQLQuery::ExecForm kExec{false, internal::ConnOp::kQuery,
-                                   internal::ConnOp::kQuery, internal::ConnOp::kQuery};
+constexpr SQLQuery::ExecForm kExec{false, internal::ConnOp::kQuery, internal::ConnOp::kQuery,
+                                   internal::ConnOp::kQuery};
 
 }  // namespace
 
 std::string SQLServerQuery::tosql() const { return render(kSelect); }
 bool SQLServerQuery::Execute() { return run(kExec, Variant::kPlain, VEXEL_SITE); }
-bool SQLServerQuery::ExecuteQueryContainView() { return run(kExec, Variant::kContainView, VEXEL_SITE); }
+bool SQLServerQuery::ExecuteQueryContainView() {
+  return run(kExec, Variant::kContainView, VEXEL_SITE);
+}
 bool SQLServerQuery::ExecuteQueryUDT(const int& time_out) {
   return run(kExec, Variant::kTimeOut, VEXEL_SITE, time_out);
 }

@@ -3,9 +3,10 @@
 namespace vexel_test {
 
 CaptureLog::CaptureLog() {
-  previous_ = Olk::Log::SetSink([this](int level, const std::string& module, const std::string& text) {
-    lines_.push_back({level, module, text});
-  });
+  previous_ =
+      Olk::Log::SetSink([this](int level, const std::string& module, const std::string& text) {
+        lines_.push_back({level, module, text});
+      });
 }
 
 CaptureLog::~CaptureLog() { Olk::Log::SetSink(previous_); }

@@ -18,7 +18,9 @@ std::vector<FakeCall> FakeConnect::calls_of(const std::string& op) const {
   return out;
 }
 
-int FakeConnect::count(const std::string& op) const { return static_cast<int>(calls_of(op).size()); }
+int FakeConnect::count(const std::string& op) const {
+  return static_cast<int>(calls_of(op).size());
+}
 
 std::vector<std::string> FakeConnect::statements() const {
   std::vector<std::string> out;

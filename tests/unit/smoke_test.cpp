@@ -14,5 +14,7 @@ TEST(Smoke, Renders) {
   conn->FailOn("ExecuteQuery");
   EXPECT_FALSE(q.Execute());
   ASSERT_EQ(log.lines().size(), 1u);
-  EXPECT_EQ(log.texts()[0], "5|[vexel::PGQuery::Execute]ExecuteQuery failed errorcode:42.error_info:boom,sql:SELECT s.t.a , s.t.b FROM s.t;.[");
+  EXPECT_EQ(log.texts()[0],
+            "5|[vexel::PGQuery::Execute]ExecuteQuery failed "
+            "errorcode:42.error_info:boom,sql:SELECT s.t.a , s.t.b FROM s.t;.[");
 }
