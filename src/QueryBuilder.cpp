@@ -34,6 +34,7 @@ QueryBuilder::QueryBuilder(const QueryBuilder& other) : db_type_(other.db_type_)
 // Both facades then share one implementation: a clause added through one
 // shows in the other. Ownership is shared, so either may be destroyed first.
 QueryBuilder& QueryBuilder::operator=(const QueryBuilder& other) {
+  if (this == &other) return *this;
   public_view_ = other.public_view_;
   ptr_builder_ = other.ptr_builder_;
   db_conn_ = other.db_conn_;

@@ -50,6 +50,15 @@ if(NOT rc EQUAL 0 OR NOT printed MATCHES "SELECT a FROM t")
   message(FATAL_ERROR "consumer failed (${rc}): ${printed}")
 endif()
 
+# A host that pulls the sources in with add_subdirectory builds and links.
+run(${CMAKE_COMMAND} -S "${CONSUMER_DIR}" -B "${WORK_DIR}/subdir" -G "${GENERATOR}"
+    -DCMAKE_CXX_COMPILER=${CXX} -DVEXEL_SOURCE_DIR=${SOURCE_DIR} -DVEXEL_BUILD_CONNECTORS=OFF)
+run(${CMAKE_COMMAND} --build "${WORK_DIR}/subdir" -j 2)
+execute_process(COMMAND "${WORK_DIR}/subdir/consumer" OUTPUT_VARIABLE printed RESULT_VARIABLE rc)
+if(NOT rc EQUAL 0 OR NOT printed MATCHES "SELECT a FROM t")
+  message(FATAL_ERROR "add_subdirectory consumer failed (${rc}): ${printed}")
+endif()
+
 # The pkg-config file points at the same prefix.
 find_program(PKG_CONFIG pkg-config)
 if(PKG_CONFIG)
