@@ -6,6 +6,7 @@
 
 #include <string>
 
+#include "vexel/ArrayExpr.h"
 #include "vexel/CommonExpr.h"
 
 namespace vexel {
@@ -63,6 +64,9 @@ class VEXEL_API SQLValue : public CommonExpr {
   void set_table_name(const std::string& table_name) override;
   void set_db_type(const tessel::DBTYPE& db) { db_type_ = db; }
   tessel::DBTYPE db_type() const { return db_type_; }
+
+  // "value = some element of the array column".
+  ColAnyColExpr operator==(const ANY& any) const;
 
  private:
   std::string value_;

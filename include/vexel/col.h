@@ -5,14 +5,19 @@
 #define VEXEL_COL_H
 
 #include <cstdint>
+#include <initializer_list>
 #include <string>
+#include <vector>
 
 #include "tessel/DBType.h"
+#include "vexel/Ptr_CommonExpr.h"
 #include "vexel/export.h"
 
 namespace vexel {
 
 class CommonExpr;
+class QueryBuilder;
+class SQLExpr;
 class SQLValue;
 
 enum ColType : int32_t {
@@ -73,6 +78,88 @@ class VEXEL_API col {
   col& decrease(const SQLValue& v);
   // col_name() followed by the ordering suffix, if any.
   std::string to_order() const;
+
+  // Conditions. The column text is taken when the condition is built, with
+  // the column's own dialect; operands are inserted as given, never escaped.
+  // Comparisons, IN, BETWEEN and NULL tests are finished text at once.
+  Ptr_CommonExpr operator==(const short& v) const;
+  Ptr_CommonExpr operator==(const unsigned short& v) const;
+  Ptr_CommonExpr operator==(const int& v) const;
+  Ptr_CommonExpr operator==(const unsigned int& v) const;
+  Ptr_CommonExpr operator==(const long& v) const;
+  Ptr_CommonExpr operator==(const unsigned long& v) const;
+  Ptr_CommonExpr operator==(const long long& v) const;
+  Ptr_CommonExpr operator==(const unsigned long long& v) const;
+  Ptr_CommonExpr operator==(const float& v) const;
+  Ptr_CommonExpr operator==(const double& v) const;
+  Ptr_CommonExpr operator==(const std::string& s) const;
+  Ptr_CommonExpr operator==(const char* s) const;
+  Ptr_CommonExpr operator==(const col& other) const;
+  Ptr_CommonExpr operator==(const SQLValue& v) const;
+  // "c = (subquery)".
+  Ptr_CommonExpr operator==(const QueryBuilder& q) const;
+  Ptr_CommonExpr eq(const SQLValue& v) const;
+  Ptr_CommonExpr operator!=(const col& other) const;
+  Ptr_CommonExpr operator!=(const SQLValue& v) const;
+  Ptr_CommonExpr neq(const SQLValue& v) const;
+  // operator<(const col&) orders columns; the comparison with a column is lt.
+  Ptr_CommonExpr operator<(const SQLValue& v) const;
+  Ptr_CommonExpr lt(const SQLValue& v) const;
+  Ptr_CommonExpr lt(const col& other) const;
+  Ptr_CommonExpr operator<=(const col& other) const;
+  Ptr_CommonExpr operator<=(const SQLValue& v) const;
+  Ptr_CommonExpr operator>(const col& other) const;
+  Ptr_CommonExpr operator>(const SQLValue& v) const;
+  Ptr_CommonExpr gt(const SQLValue& v) const;
+  Ptr_CommonExpr operator>=(const col& other) const;
+  Ptr_CommonExpr operator>=(const SQLValue& v) const;
+  Ptr_CommonExpr operator|(const SQLValue& v) const;
+  Ptr_CommonExpr operator|(const SQLExpr& e) const;
+  // `list` is taken verbatim: "c IN (" + list + ")".
+  Ptr_CommonExpr in(const std::string& list) const;
+  Ptr_CommonExpr in(const std::vector<int>& values) const;
+  // Each item in single quotes.
+  Ptr_CommonExpr in(const std::vector<std::string>& values) const;
+  Ptr_CommonExpr in(const QueryBuilder& q) const;
+  // Braced lists ({1, 2} or {"a", "b"}) would be ambiguous between the
+  // string and vector forms; these take them.
+  Ptr_CommonExpr in(std::initializer_list<int> values) const;
+  Ptr_CommonExpr in(std::initializer_list<const char*> values) const;
+  Ptr_CommonExpr notin(const std::string& list) const;
+  Ptr_CommonExpr notin(const std::vector<int>& values) const;
+  Ptr_CommonExpr notin(const std::vector<std::string>& values) const;
+  Ptr_CommonExpr notin(const QueryBuilder& q) const;
+  Ptr_CommonExpr notin(std::initializer_list<int> values) const;
+  Ptr_CommonExpr notin(std::initializer_list<const char*> values) const;
+  Ptr_CommonExpr BETWEEN(const SQLValue& low, const SQLValue& high) const;
+  Ptr_CommonExpr is_null() const;
+  Ptr_CommonExpr is_not_null() const;
+
+  // Conditions rendered with the statement's dialect.
+  Ptr_CommonExpr like(const std::string& pattern) const;
+  // ILIKE on PostgreSQL, LIKE elsewhere.
+  Ptr_CommonExpr ilike(const std::string& pattern) const;
+  Ptr_CommonExpr similar_to(const SQLValue& v) const;
+  // Regular expressions: regexp is case-insensitive, regexp_cap
+  // case-sensitive. On SQLite they call regexp(text, pattern, mode), which
+  // the host registers on its connections.
+  Ptr_CommonExpr regexp(const std::string& pattern) const;
+  Ptr_CommonExpr regexp_cap(const std::string& pattern) const;
+  Ptr_CommonExpr not_regexp(const std::string& pattern) const;
+  Ptr_CommonExpr not_regexp_cap(const std::string& pattern) const;
+  // Uses the bare column name, without schema or table.
+  Ptr_CommonExpr full_text_search(const std::string& words) const;
+  Ptr_CommonExpr XOR(const SQLValue& v) const;
+  Ptr_CommonExpr XOR(const SQLExpr& e) const;
+
+  // Bit-string values ('0'/'1' text): PostgreSQL bit operators, or on SQLite
+  // the str_bit_* functions the host registers.
+  Ptr_CommonExpr str_bit_and(const std::string& bits) const;
+  Ptr_CommonExpr str_bit_or(const std::string& bits) const;
+  Ptr_CommonExpr str_bit_xor(const std::string& bits) const;
+  Ptr_CommonExpr str_bit_not() const;
+  Ptr_CommonExpr str_bit_shift_left(int n) const;
+  Ptr_CommonExpr str_bit_shift_right(int n) const;
 
  protected:
   // Qualified text for a column whose type is not a function.

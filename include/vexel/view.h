@@ -6,6 +6,7 @@
 #include <string>
 
 #include "tessel/DBType.h"
+#include "vexel/array_col.h"
 #include "vexel/col.h"
 #include "vexel/export.h"
 
@@ -30,6 +31,9 @@ class VEXEL_API view {
 
   vexel::col col(const std::string& name) const;
   vexel::col col(const char* name) const;
+  // An array column qualified like col().
+  vexel::array_col array_col(const std::string& name) const;
+  vexel::array_col array_col(const char* name) const;
 
  private:
   std::string schema_name_;

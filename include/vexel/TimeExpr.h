@@ -1,0 +1,101 @@
+// Date and time functions. Each free function returns a TimeExpr that
+// records the call and renders it with the statement's dialect: PostgreSQL
+// and SQLite have their own texts; SQL Server gets an empty text from every
+// function but CURRENT_TIMESTAMP. Arguments are inserted as given, never
+// quoted or escaped by the library.
+//
+//   q.SELECT(vexel::DATE_PART(vexel::YEAR, "2021-01-02"));
+#ifndef VEXEL_TIMEEXPR_H
+#define VEXEL_TIMEEXPR_H
+
+#include <cstdint>
+#include <map>
+#include <string>
+
+#include "vexel/CommonExpr.h"
+#include "vexel/col.h"
+#include "vexel/export.h"
+
+namespace vexel {
+
+// Unit of DATE_PART and DATE_TRUNC; any other value renders an empty text.
+enum TimeType : int32_t {
+  YEAR = 1,
+  MONTH = 2,
+  DAY = 3,
+  HOUR = 4,
+  MINUTE = 5,
+  SECOND = 6,
+};
+
+class VEXEL_API TimeExpr : public CommonExpr {
+ public:
+  // Which function built the node.
+  enum Kind : int32_t {
+    kNow = 1,
+    kCurrentTimestamp = 2,
+    kDate = 3,
+    kTime = 4,
+    kExtract = 5,
+    kDatePart = 6,
+    kTimeDiff = 7,
+    kTimeAlgorithm = 8,
+    kDateTrunc = 9,
+  };
+
+  TimeExpr(Kind kind, const std::string& value);
+  TimeExpr(Kind kind, const TimeType& unit, const std::string& value);
+  TimeExpr(const col& first, const col& second);
+  TimeExpr(const col& first, const std::map<std::string, int>& offsets);
+  TimeExpr(const TimeExpr&) = default;
+  TimeExpr(TimeExpr&&) = default;
+  TimeExpr& operator=(const TimeExpr&) = default;
+  TimeExpr& operator=(TimeExpr&&) = default;
+  ~TimeExpr() = default;
+
+  std::string GetExpr(const tessel::DBTYPE& db_type) const override;
+  void set_table_name(const std::string& table_name) override;
+
+ private:
+  std::string postgres_text() const;
+  std::string sqlite_text() const;
+  std::string postgres_offsets() const;
+  std::string sqlite_offsets() const;
+
+  Kind kind_;
+  col first_;
+  col second_;
+  TimeType unit_ = YEAR;
+  std::string value_;
+  std::map<std::string, int> offsets_;
+};
+
+// zone 0 asks for UTC, 1 for local time; any other number for neither.
+VEXEL_API TimeExpr NOW(const int& zone);
+VEXEL_API TimeExpr CURRENT_TIMESTAMP(const int& zone);
+VEXEL_API TimeExpr DATE(const std::string& value);
+VEXEL_API TimeExpr TIME(const std::string& value);
+// Seconds since the epoch.
+VEXEL_API TimeExpr EXTRACT(const std::string& value);
+VEXEL_API TimeExpr DATE_PART(const TimeType& unit, const std::string& value);
+// `value` is not quoted: pass a column name or an already quoted literal.
+VEXEL_API TimeExpr DATE_TRUNC(const TimeType& unit, const std::string& value);
+// Seconds from b to a. Columns are written inside single quotes like texts.
+VEXEL_API TimeExpr TIMEDIFF(const std::string& a, const std::string& b);
+VEXEL_API TimeExpr TIMEDIFF(const col& a, const col& b);
+VEXEL_API TimeExpr TIMEDIFF(const col& a, const std::string& b);
+// String literals would be ambiguous between the text and column forms;
+// these take them as texts.
+VEXEL_API TimeExpr TIMEDIFF(const char* a, const char* b);
+VEXEL_API TimeExpr TIMEDIFF(const std::string& a, const char* b);
+VEXEL_API TimeExpr TIMEDIFF(const char* a, const std::string& b);
+VEXEL_API TimeExpr TIMEDIFF(const col& a, const char* b);
+// `a` moved by signed amounts per unit word ({"day", 1}, {"hour", -2}), in
+// the map's key order.
+VEXEL_API TimeExpr TIME_ALGORITHM(const std::string& a, const std::map<std::string, int>& offsets);
+VEXEL_API TimeExpr TIME_ALGORITHM(const col& a, const std::map<std::string, int>& offsets);
+VEXEL_API TimeExpr TIME_ALGORITHM(const char* a, const std::map<std::string, int>& offsets);
+
+}  // namespace vexel
+
+#endif  // VEXEL_TIMEEXPR_H

@@ -1,0 +1,188 @@
+// The condition-building members of col. Dialect-independent conditions are
+// finished text (an SQLExpr) as soon as they are built; the others are nodes
+// that render with the statement's dialect.
+#include <initializer_list>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "expressions/ColXorExpr.h"
+#include "expressions/ListText.h"
+#include "expressions/PatternExpr.h"
+#include "expressions/StrBitExpr.h"
+#include "vexel/QueryBuilder.h"
+#include "vexel/SQLExpr.h"
+#include "vexel/SQLValue.h"
+#include "vexel/col.h"
+
+namespace vexel {
+namespace {
+
+template <typename Node, typename... Args>
+Ptr_CommonExpr node(Args&&... args) {
+  return Ptr_CommonExpr(std::make_shared<Node>(std::forward<Args>(args)...));
+}
+
+Ptr_CommonExpr text(const std::string& t) { return node<SQLExpr>(t); }
+
+std::string quoted(const std::string& s) { return "'" + s + "'"; }
+
+std::string int_list(const std::vector<int>& values) { return internal::int_list(values, ","); }
+
+std::string quoted_list(const std::vector<std::string>& values) {
+  return internal::quoted_list(values, ",", '\'');
+}
+
+constexpr const char* kIn = " IN (";
+constexpr const char* kNotIn = " NOT IN (";
+
+}  // namespace
+
+// Numbers are formatted exactly as SQLValue formats them.
+Ptr_CommonExpr col::operator==(const short& v) const { return eq(SQLValue(v)); }
+Ptr_CommonExpr col::operator==(const unsigned short& v) const { return eq(SQLValue(v)); }
+Ptr_CommonExpr col::operator==(const int& v) const { return eq(SQLValue(v)); }
+Ptr_CommonExpr col::operator==(const unsigned int& v) const { return eq(SQLValue(v)); }
+Ptr_CommonExpr col::operator==(const long& v) const { return eq(SQLValue(v)); }
+Ptr_CommonExpr col::operator==(const unsigned long& v) const { return eq(SQLValue(v)); }
+Ptr_CommonExpr col::operator==(const long long& v) const { return eq(SQLValue(v)); }
+Ptr_CommonExpr col::operator==(const unsigned long long& v) const { return eq(SQLValue(v)); }
+Ptr_CommonExpr col::operator==(const float& v) const { return eq(SQLValue(v)); }
+Ptr_CommonExpr col::operator==(const double& v) const { return eq(SQLValue(v)); }
+Ptr_CommonExpr col::operator==(const std::string& s) const { return eq(SQLValue(s)); }
+Ptr_CommonExpr col::operator==(const char* s) const { return eq(SQLValue(s)); }
+Ptr_CommonExpr col::operator==(const col& other) const {
+  return text(col_name() + " = " + other.col_name());
+}
+Ptr_CommonExpr col::operator==(const SQLValue& v) const { return eq(v); }
+Ptr_CommonExpr col::operator==(const QueryBuilder& q) const {
+  return text(col_name() + " = (" + q.tosql() + ")");
+}
+Ptr_CommonExpr col::eq(const SQLValue& v) const { return text(col_name() + " = " + v.GetValue()); }
+
+Ptr_CommonExpr col::operator!=(const col& other) const {
+  return text(col_name() + " != " + other.col_name());
+}
+Ptr_CommonExpr col::operator!=(const SQLValue& v) const { return neq(v); }
+Ptr_CommonExpr col::neq(const SQLValue& v) const {
+  return text(col_name() + " != " + v.GetValue());
+}
+
+Ptr_CommonExpr col::operator<(const SQLValue& v) const { return lt(v); }
+Ptr_CommonExpr col::lt(const SQLValue& v) const { return text(col_name() + " < " + v.GetValue()); }
+Ptr_CommonExpr col::lt(const col& other) const {
+  return text(col_name() + " < " + other.col_name());
+}
+Ptr_CommonExpr col::operator<=(const col& other) const {
+  return text(col_name() + " <= " + other.col_name());
+}
+Ptr_CommonExpr col::operator<=(const SQLValue& v) const {
+  return text(col_name() + " <= " + v.GetValue());
+}
+Ptr_CommonExpr col::operator>(const col& other) const {
+  return text(col_name() + " > " + other.col_name());
+}
+Ptr_CommonExpr col::operator>(const SQLValue& v) const { return gt(v); }
+Ptr_CommonExpr col::gt(const SQLValue& v) const { return text(col_name() + " > " + v.GetValue()); }
+Ptr_CommonExpr col::operator>=(const col& other) const {
+  return text(col_name() + " >= " + other.col_name());
+}
+Ptr_CommonExpr col::operator>=(const SQLValue& v) const {
+  return text(col_name() + " >= " + v.GetValue());
+}
+
+Ptr_CommonExpr col::operator|(const SQLValue& v) const {
+  return text(col_name() + " | " + v.GetValue());
+}
+Ptr_CommonExpr col::operator|(const SQLExpr& e) const {
+  return text(col_name() + " | " + e.ToExpr());
+}
+
+Ptr_CommonExpr col::in(const std::string& list) const {
+  return text(col_name() + kIn + list + ")");
+}
+Ptr_CommonExpr col::in(const std::vector<int>& values) const { return in(int_list(values)); }
+Ptr_CommonExpr col::in(const std::vector<std::string>& values) const {
+  return in(quoted_list(values));
+}
+Ptr_CommonExpr col::in(const QueryBuilder& q) const { return in(q.tosql()); }
+Ptr_CommonExpr col::in(std::initializer_list<int> values) const {
+  return in(std::vector<int>(values));
+}
+Ptr_CommonExpr col::in(std::initializer_list<const char*> values) const {
+  return in(internal::string_items(values));
+}
+
+Ptr_CommonExpr col::notin(const std::string& list) const {
+  return text(col_name() + kNotIn + list + ")");
+}
+Ptr_CommonExpr col::notin(const std::vector<int>& values) const { return notin(int_list(values)); }
+Ptr_CommonExpr col::notin(const std::vector<std::string>& values) const {
+  return notin(quoted_list(values));
+}
+Ptr_CommonExpr col::notin(const QueryBuilder& q) const { return notin(q.tosql()); }
+Ptr_CommonExpr col::notin(std::initializer_list<int> values) const {
+  return notin(std::vector<int>(values));
+}
+Ptr_CommonExpr col::notin(std::initializer_list<const char*> values) const {
+  return notin(internal::string_items(values));
+}
+
+Ptr_CommonExpr col::BETWEEN(const SQLValue& low, const SQLValue& high) const {
+  return text(col_name() + " BETWEEN " + low.GetValue() + " AND " + high.GetValue());
+}
+
+// The trailing blank is part of the text hosts match.
+Ptr_CommonExpr col::is_null() const { return text(col_name() + " IS NULL "); }
+Ptr_CommonExpr col::is_not_null() const { return text(col_name() + " IS NOT NULL "); }
+
+Ptr_CommonExpr col::like(const std::string& pattern) const {
+  return node<LikeExpr>(col_name(), pattern);
+}
+Ptr_CommonExpr col::ilike(const std::string& pattern) const {
+  return node<ILikeExpr>(col_name(), pattern);
+}
+Ptr_CommonExpr col::similar_to(const SQLValue& v) const {
+  return node<ColRegexpExpr>(kSimilarTo, col_name(), v.GetValue());
+}
+Ptr_CommonExpr col::regexp(const std::string& pattern) const {
+  return node<ColRegexpExpr>(kRegexp, col_name(), quoted(pattern));
+}
+Ptr_CommonExpr col::regexp_cap(const std::string& pattern) const {
+  return node<ColRegexpExpr>(kRegexpCap, col_name(), quoted(pattern));
+}
+Ptr_CommonExpr col::not_regexp(const std::string& pattern) const {
+  return node<ColRegexpExpr>(kNotRegexp, col_name(), quoted(pattern));
+}
+Ptr_CommonExpr col::not_regexp_cap(const std::string& pattern) const {
+  return node<ColRegexpExpr>(kNotRegexpCap, col_name(), quoted(pattern));
+}
+Ptr_CommonExpr col::full_text_search(const std::string& words) const {
+  return node<FullTextExpr>(col_name_, words);
+}
+Ptr_CommonExpr col::XOR(const SQLValue& v) const {
+  return node<ColXorExpr>(col_name(), v.GetValue());
+}
+Ptr_CommonExpr col::XOR(const SQLExpr& e) const {
+  return node<ColXorExpr>(col_name(), SQLValue(e).GetValue());
+}
+
+Ptr_CommonExpr col::str_bit_and(const std::string& bits) const {
+  return node<StrBitAndExpr>(col_name(), bits);
+}
+Ptr_CommonExpr col::str_bit_or(const std::string& bits) const {
+  return node<StrBitOrExpr>(col_name(), bits);
+}
+Ptr_CommonExpr col::str_bit_xor(const std::string& bits) const {
+  return node<StrBitXorExpr>(col_name(), bits);
+}
+Ptr_CommonExpr col::str_bit_not() const { return node<StrBitNotExpr>(col_name()); }
+Ptr_CommonExpr col::str_bit_shift_left(int n) const {
+  return node<StrBitShiftLeftExpr>(col_name(), n);
+}
+Ptr_CommonExpr col::str_bit_shift_right(int n) const {
+  return node<StrBitShiftRightExpr>(col_name(), n);
+}
+
+}  // namespace vexel
