@@ -1,10 +1,170 @@
-// Prints one statement in the three dialects.
+// Vexel in five statements.
+//
+// Each statement is written once, as a chain of calls. The example prints
+// the text the library renders for PostgreSQL, SQL Server and SQLite, runs
+// it on an embedded SQLite database and prints the rows it returns.
+#include <algorithm>
+#include <cstdlib>
+#include <functional>
+#include <iomanip>
 #include <iostream>
+#include <memory>
+#include <string>
+#include <vector>
 
+#include <tessel/SQLiteConnect.h>
 #include <vexel/vexel.h>
 
+#include "DialectOnly.h"
+
+using vexel::col;
+using vexel::QueryBuilder;
+using vexel::SQLValue;
+
+namespace {
+
+// The shop's tables. Tables carry their schema in every dialect; on SQLite
+// the schema is a database attached under that name.
+const vexel::sch shop("shop");
+const vexel::tab products = shop.tab("products");
+const vexel::tab orders = shop.tab("orders");
+
+bool run_setup(tessel::SQLiteConnect& db) {
+  const char* const kSetup =
+      "ATTACH DATABASE ':memory:' AS shop;"
+      "CREATE TABLE shop.products (id INTEGER PRIMARY KEY, name TEXT, category TEXT, price REAL);"
+      "CREATE TABLE shop.orders (id INTEGER PRIMARY KEY, product_id INTEGER, qty INTEGER);"
+      "INSERT INTO shop.products VALUES"
+      "  (1, 'apple', 'fruit', 0.5), (2, 'banana', 'fruit', 0.25), (3, 'carrot', 'vegetable', 0.2),"
+      "  (4, 'donut', 'bakery', 1.8), (5, 'eclair', 'bakery', 2.4), (6, 'fig', 'fruit', 0.9);"
+      "INSERT INTO shop.orders VALUES"
+      "  (1, 1, 12), (2, 4, 3), (3, 1, 6), (4, 5, 2), (5, 3, 10), (6, 6, 4), (7, 4, 1);";
+  if (db.ExecuteUpdate(kSetup)) return true;
+  std::string error;
+  db.GetLastError(error);
+  std::cerr << "setup failed: " << error << "\n";
+  return false;
+}
+
+// The rows of the connection's last result as an aligned table, read with
+// the cursor operations every connection offers.
+void print_rows(tessel::SQLiteConnect& db) {
+  const std::vector<std::string>& columns = db.ColumnNames();
+  std::vector<std::vector<std::string>> rows;
+  for (; !db.IsEOF(); db.MoveNext()) {
+    std::vector<std::string> row;
+    for (const std::string& name : columns) row.push_back(db.GetFieldString(name));
+    rows.push_back(row);
+  }
+  std::vector<size_t> width;
+  for (const std::string& name : columns) width.push_back(name.size());
+  for (const auto& row : rows) {
+    for (size_t i = 0; i < row.size(); ++i) width[i] = std::max(width[i], row[i].size());
+  }
+  auto line = [&](const std::vector<std::string>& cells, const char* separator, char fill) {
+    std::string out = "    ";
+    for (size_t i = 0; i < cells.size(); ++i) {
+      out += (i ? separator : "") + cells[i] + std::string(width[i] - cells[i].size(), fill);
+    }
+    while (!out.empty() && out.back() == ' ') out.pop_back();
+    std::cout << out << "\n";
+  };
+  line(columns, " | ", ' ');
+  line(std::vector<std::string>(columns.size()), "-+-", '-');
+  for (const auto& row : rows) line(row, " | ", ' ');
+  std::cout << "    (" << rows.size() << (rows.size() == 1 ? " row)\n" : " rows)\n");
+}
+
+// Builds one statement for each dialect, prints the texts, then runs it on
+// the SQLite database and prints its rows.
+bool walk(const std::shared_ptr<tessel::SQLiteConnect>& db, const std::string& title,
+          const std::function<void(QueryBuilder&)>& build) {
+  std::cout << "\n== " << title << " ==\n";
+  const struct {
+    const char* name;
+    tessel::DBTYPE db;
+  } kDialects[] = {{"PostgreSQL", tessel::DB_POSTGRESQL},
+                   {"SQL Server", tessel::DB_SQLSERVER},
+                   {"SQLite", tessel::DB_SQLITE}};
+  for (const auto& d : kDialects) {
+    QueryBuilder text_only(std::make_shared<DialectOnly>(d.db));
+    build(text_only);
+    std::cout << "  " << std::left << std::setw(12) << d.name << text_only.tosql() << "\n";
+  }
+
+  QueryBuilder q(db);  // the dialect comes from the connection: SQLite
+  build(q);
+  if (!q.Execute()) {
+    std::string error;
+    db->GetLastError(error);
+    std::cerr << "  failed on SQLite: " << error << "\n";
+    return false;
+  }
+  std::cout << "  rows on SQLite:\n";
+  print_rows(*db);
+  return true;
+}
+
+}  // namespace
+
 int main() {
-  vexel::QueryBuilder q(nullptr);
-  std::cout << q.tosql() << "\n";
-  return 0;
+  auto db = std::make_shared<tessel::SQLiteConnect>(":memory:");
+  if (!db->IsOpen() || !run_setup(*db)) return EXIT_FAILURE;
+
+  std::cout << "Each statement is built once: its text for three dialects, then its rows\n"
+               "from an embedded SQLite database.\n";
+  bool ok = true;
+
+  ok &= walk(db, "1. A plain select: the cheap products, cheapest first", [](QueryBuilder& q) {
+    q.SELECT({products.col("name"), products.col("price")})
+        .FROM(products)
+        .WHERE(products.col("price") < SQLValue(1))
+        .ORDER_BY({products.col("price")});
+  });
+
+  ok &=
+      walk(db, "2. A join with a grouped aggregate: units sold per category", [](QueryBuilder& q) {
+        q.SELECT({products.col("category"), vexel::SUM(orders.col("qty")).AS("units")})
+            .FROM(orders)
+            .JOIN(products)
+            .ON(products.col("id") == orders.col("product_id"))
+            .GROUP_BY({products.col("category")})
+            .HAVING(vexel::SUM(orders.col("qty")) > SQLValue(5))
+            .ORDER_BY({col("units").DESC()});
+      });
+
+  ok &= walk(db, "3. A paged query: page 2, two products a page", [](QueryBuilder& q) {
+    q.SELECT({products.col("id"), products.col("name")})
+        .FROM(products)
+        .ORDER_BY({products.col("id")})
+        .LIMIT(2)
+        .OFFSET(2);
+  });
+
+  ok &= walk(db, "4. A union: fruit, and anything ordered ten at a time", [](QueryBuilder& q) {
+    // A statement used inside another only lends its text: build it in the
+    // outer statement's dialect.
+    QueryBuilder bulk(std::make_shared<DialectOnly>(q.db_type()));
+    bulk.SELECT({products.col("name")})
+        .FROM(products)
+        .JOIN(orders)
+        .ON(orders.col("product_id") == products.col("id"))
+        .WHERE(orders.col("qty") >= SQLValue(10));
+    q.SELECT({products.col("name")})
+        .FROM(products)
+        .WHERE(products.col("category") == "fruit")
+        .UNION(bulk);
+  });
+
+  ok &= walk(db, "5. A left join on a subquery: products never ordered", [](QueryBuilder& q) {
+    QueryBuilder sold(std::make_shared<DialectOnly>(q.db_type()));
+    sold.SELECT({orders.col("product_id")}).FROM(orders);
+    q.SELECT({products.col("name")})
+        .FROM(products)
+        .LEFT_JOIN(sold, "s")
+        .ON(vexel::tab("s").col("product_id") == products.col("id"))
+        .WHERE(vexel::tab("s").col("product_id").is_null());
+  });
+
+  return ok ? EXIT_SUCCESS : EXIT_FAILURE;
 }

@@ -1,0 +1,269 @@
+#include "tessel/PGConnect.h"
+
+#include <libpq-fe.h>
+
+#include <climits>
+#include <memory>
+#include <utility>
+#include <vector>
+
+namespace tessel {
+namespace {
+
+// SQLSTATEs the connection reports for failures that have none of their own.
+constexpr char kConnectionFailure[] = "08006";
+constexpr char kUndefinedObject[] = "42704";
+constexpr char kFeatureNotSupported[] = "0A000";
+constexpr int kMaxPendingResults = 16;
+constexpr char kLoopCursor[] = "vexel_loop_cursor";
+
+struct ResultDeleter {
+  void operator()(PGresult* r) const { PQclear(r); }
+};
+using Result = std::unique_ptr<PGresult, ResultDeleter>;
+
+// Notices (warnings, "there is no transaction in progress") would otherwise
+// go to the host's standard error.
+void ignore_notice(void*, const char*) {}
+
+std::string trimmed(std::string text) {
+  while (!text.empty() && (text.back() == '\n' || text.back() == ' ')) text.pop_back();
+  return text;
+}
+
+void append_rows(const PGresult* result, ResultRows& rows) {
+  const int fields = PQnfields(result);
+  if (rows.columns().empty()) {
+    std::vector<std::string> names;
+    names.reserve(static_cast<size_t>(fields));
+    for (int i = 0; i < fields; ++i) {
+      const char* name = PQfname(result, i);
+      names.emplace_back(name != nullptr ? name : "");
+    }
+    rows.SetColumns(std::move(names));
+  }
+  const int tuples = PQntuples(result);
+  for (int r = 0; r < tuples; ++r) {
+    std::vector<std::string> row;
+    row.reserve(static_cast<size_t>(fields));
+    for (int i = 0; i < fields; ++i) {
+      // A NULL reads as "".
+      row.emplace_back(PQgetisnull(result, r, i) ? "" : PQgetvalue(result, r, i));
+    }
+    rows.AddRow(std::move(row));
+  }
+}
+
+// The text without trailing blanks and ";", for embedding in DECLARE.
+std::string single_statement(const std::string& sql) {
+  size_t end = sql.size();
+  while (end > 0 && (sql[end - 1] == ';' || sql[end - 1] == ' ' || sql[end - 1] == '\n' ||
+                     sql[end - 1] == '\t' || sql[end - 1] == '\r')) {
+    --end;
+  }
+  return sql.substr(0, end);
+}
+
+}  // namespace
+
+PGConnect::PGConnect(const std::string& conninfo) : conninfo_(conninfo) { Reconnect(); }
+
+PGConnect::~PGConnect() {
+  if (conn_ != nullptr) PQfinish(conn_);
+}
+
+bool PGConnect::IsOpen() const { return conn_ != nullptr && PQstatus(conn_) == CONNECTION_OK; }
+
+bool PGConnect::Reconnect() {
+  if (conn_ != nullptr) PQfinish(conn_);
+  conn_ = PQconnectdb(conninfo_.c_str());
+  if (conn_ == nullptr) return fail(kConnectionFailure, "out of memory while connecting");
+  PQsetNoticeProcessor(conn_, ignore_notice, nullptr);
+  if (PQstatus(conn_) != CONNECTION_OK) {
+    return fail(kConnectionFailure, "cannot connect: " + trimmed(PQerrorMessage(conn_)));
+  }
+  return true;
+}
+
+int PGConnect::ErrorCode(const std::string& sqlstate) {
+  if (sqlstate.size() != 5) return -1;
+  int code = 0;
+  for (size_t i = 0; i < 5; ++i) {
+    code += ((sqlstate[i] - '0') & 0x3F) << (6 * i);
+  }
+  return code;
+}
+
+bool PGConnect::fail(const std::string& sqlstate, const std::string& message) {
+  last_error_code_ = ErrorCode(sqlstate);
+  last_error_ = sqlstate + ": " + message;
+  return false;
+}
+
+bool PGConnect::fail_with(const PGresult* result) {
+  const char* state = result != nullptr ? PQresultErrorField(result, PG_DIAG_SQLSTATE) : nullptr;
+  // The primary message keeps the log line on one line; the full text adds
+  // "ERROR:" and a caret under the statement.
+  const char* primary =
+      result != nullptr ? PQresultErrorField(result, PG_DIAG_MESSAGE_PRIMARY) : nullptr;
+  std::string message = primary != nullptr ? primary : "";
+  if (message.empty() && result != nullptr) message = PQresultErrorMessage(result);
+  if (message.empty() && conn_ != nullptr) message = PQerrorMessage(conn_);
+  // A result without SQLSTATE comes from libpq itself: the server is gone.
+  return fail(state != nullptr ? state : kConnectionFailure, trimmed(message));
+}
+
+bool PGConnect::usable() {
+  if (IsOpen()) return true;
+  std::string reason = conn_ != nullptr ? trimmed(PQerrorMessage(conn_)) : "";
+  return fail(kConnectionFailure,
+              "no connection to the server" + (reason.empty() ? "" : ": " + reason));
+}
+
+bool PGConnect::in_transaction() const {
+  return conn_ != nullptr && PQtransactionStatus(conn_) != PQTRANS_IDLE;
+}
+
+bool PGConnect::exec(const std::string& sql, ResultRows* keep, bool append) {
+  if (keep != nullptr && !append) keep->Clear();
+  if (!usable()) return false;
+  Result result(PQexec(conn_, sql.c_str()));
+  const ExecStatusType status = result ? PQresultStatus(result.get()) : PGRES_FATAL_ERROR;
+  switch (status) {
+    case PGRES_COMMAND_OK:
+    case PGRES_TUPLES_OK:
+    case PGRES_EMPTY_QUERY:
+      if (keep != nullptr) append_rows(result.get(), *keep);
+      return true;
+    case PGRES_COPY_IN:
+    case PGRES_COPY_OUT:
+    case PGRES_COPY_BOTH:
+      end_copy(status);
+      return fail(kFeatureNotSupported, "COPY FROM STDIN / TO STDOUT is not supported");
+    default:
+      return fail_with(result.get());
+  }
+}
+
+// COPY through STDIN/STDOUT needs a data channel this interface lacks: the
+// data is refused or drained so that the connection stays usable.
+void PGConnect::end_copy(int status) {
+  if (status == PGRES_COPY_IN) {
+    PQputCopyEnd(conn_, "COPY FROM STDIN is not supported by this connection");
+  } else if (status == PGRES_COPY_OUT) {
+    char* buffer = nullptr;
+    while (PQgetCopyData(conn_, &buffer, 0) > 0) PQfreemem(buffer);
+  }
+  // Bounded: a replication stream (COPY BOTH) never ends by itself.
+  for (int i = 0; i < kMaxPendingResults; ++i) {
+    Result rest(PQgetResult(conn_));
+    if (!rest) break;
+  }
+}
+
+void PGConnect::quietly(const std::string& sql) {
+  const int code = last_error_code_;
+  std::string error = last_error_;
+  command(sql);
+  last_error_code_ = code;
+  last_error_ = std::move(error);
+}
+
+bool PGConnect::ExecuteUpdate(const std::string& sql) { return exec(sql, &rows_); }
+bool PGConnect::ExecuteQuery(const std::string& sql) { return exec(sql, &rows_); }
+bool PGConnect::ExecuteQueryContainView(const std::string& sql) { return exec(sql, &rows_); }
+bool PGConnect::ExecuteReturning(const std::string& sql) { return exec(sql, &rows_); }
+bool PGConnect::SeqenceExecute(const std::string& sql) { return exec(sql, &rows_); }
+bool PGConnect::SeqenceExecuteManual(const std::string& sql) { return exec(sql, &rows_); }
+
+bool PGConnect::ExecuteQueryUDT(const std::string& sql, const int& time_out) {
+  if (time_out <= 0) return ExecuteQuery(sql);
+  rows_.Clear();
+  if (!usable()) return false;
+  const long long ms = static_cast<long long>(time_out) * 1000;
+  const std::string limit = std::to_string(ms > INT_MAX ? INT_MAX : ms);
+  const bool own = !in_transaction();
+  std::string previous;
+  if (own) {
+    if (!command("BEGIN")) return false;
+  } else {
+    ResultRows current;
+    if (!exec("SELECT current_setting('statement_timeout') AS t", &current)) return false;
+    previous = current.Field(0);
+  }
+  if (!command("SET LOCAL statement_timeout = " + limit)) {
+    if (own) quietly("ROLLBACK");
+    return false;
+  }
+  const bool ok = exec(sql, &rows_);
+  if (own) {
+    if (!ok) {
+      quietly("ROLLBACK");
+      return false;
+    }
+    return command("COMMIT");
+  }
+  // A failed statement aborted the caller's transaction, and its rollback
+  // puts the setting back; otherwise restore it now.
+  if (ok) {
+    const char* params[] = {previous.c_str()};
+    Result r(PQexecParams(conn_, "SELECT set_config('statement_timeout', $1, true)", 1, nullptr,
+                          params, nullptr, nullptr, 0));
+    if (!r || PQresultStatus(r.get()) != PGRES_TUPLES_OK) return fail_with(r.get());
+  }
+  return ok;
+}
+
+bool PGConnect::ExecuteLoop(const std::string& sql) {
+  rows_.Clear();
+  if (!usable()) return false;
+  const bool own = !in_transaction();
+  if (own && !command("BEGIN")) return false;
+  const std::string cursor = kLoopCursor;
+  bool ok = command("DECLARE " + cursor + " NO SCROLL CURSOR FOR " + single_statement(sql));
+  const std::string fetch = "FETCH FORWARD " + std::to_string(loop_batch_size_) + " FROM " + cursor;
+  while (ok) {
+    const size_t before = rows_.size();
+    ok = exec(fetch, &rows_, true);
+    if (ok && rows_.size() - before < static_cast<size_t>(loop_batch_size_)) break;
+  }
+  if (ok) ok = command("CLOSE " + cursor);
+  if (own) {
+    if (ok) return command("COMMIT");
+    quietly("ROLLBACK");
+  }
+  if (!ok) rows_.Clear();
+  return ok;
+}
+
+bool PGConnect::ExecuteSortByCollate(const std::string& sql, const std::string& collate_name) {
+  rows_.Clear();
+  if (!usable()) return false;
+  if (!collate_name.empty()) {
+    const char* params[] = {collate_name.c_str()};
+    Result r(PQexecParams(conn_, "SELECT 1 FROM pg_collation WHERE collname = $1", 1, nullptr,
+                          params, nullptr, nullptr, 0));
+    if (!r || PQresultStatus(r.get()) != PGRES_TUPLES_OK) return fail_with(r.get());
+    if (PQntuples(r.get()) == 0) {
+      return fail(kUndefinedObject, "collation \"" + collate_name + "\" does not exist");
+    }
+  }
+  return exec(sql, &rows_);
+}
+
+int PGConnect::GetLastError(std::string& error_info) {
+  error_info = last_error_;
+  return last_error_code_;
+}
+
+int PGConnect::GetLastQueryError(std::string& error_info) { return GetLastError(error_info); }
+
+bool PGConnect::MoveNext() { return rows_.MoveNext(); }
+bool PGConnect::IsEOF() { return rows_.IsEOF(); }
+std::string PGConnect::GetFieldString(const std::string& column_name) {
+  return rows_.Field(column_name);
+}
+int PGConnect::GetFieldInt(int column_index) { return rows_.IntField(column_index); }
+int PGConnect::GetFieldInt(const std::string& column_name) { return rows_.IntField(column_name); }
+
+}  // namespace tessel

@@ -1,0 +1,104 @@
+// A tessel::CConnect over a PostgreSQL server through libpq (dialect 2).
+//
+//   auto conn = std::make_shared<tessel::PGConnect>("host=/run/pg dbname=app");
+//   if (!conn->IsOpen()) { std::string why; conn->GetLastError(why); ... }
+//
+// What each operation does with its text:
+// - ExecuteUpdate, ExecuteQuery, ExecuteReturning, SeqenceExecute,
+//   SeqenceExecuteManual: run the text (one or more statements, as one
+//   round trip) and keep the rows of the last statement for the cursor.
+// - ExecuteQueryContainView: the same; a view in "public" needs nothing
+//   special on PostgreSQL.
+// - ExecuteQueryUDT(sql, t): runs the text with statement_timeout set to t
+//   seconds for that text only (SET LOCAL inside a transaction of its own,
+//   or inside the caller's open transaction with the previous value put
+//   back afterwards); t <= 0 runs it without a limit. A statement stopped by
+//   the limit fails with SQLSTATE 57014.
+// - ExecuteLoop(sql): streams a possibly large query through a server-side
+//   cursor, fetching LoopBatchSize() rows at a time (in a transaction of its
+//   own unless one is open). The text must be a single query.
+// - ExecuteSortByCollate(sql, name): checks that the collation exists (a
+//   misspelt name fails with SQLSTATE 42704 instead of sorting silently by
+//   the default), then runs the text; the text names the collation in its
+//   own ORDER BY where it wants one.
+//
+// GetLastError / GetLastQueryError give the last failure's SQLSTATE packed
+// into an int (ErrorCode, six bits a character, as the server packs it) and
+// the text "SQLSTATE: message". A connection that could not be made or was
+// lost reports 08006; its operations fail until Reconnect() succeeds.
+#ifndef TESSEL_PGCONNECT_H
+#define TESSEL_PGCONNECT_H
+
+#include <string>
+#include <vector>
+
+#include "tessel/CConnect.h"
+#include "tessel/ResultRows.h"
+
+struct pg_conn;
+struct pg_result;
+
+namespace tessel {
+
+class PGConnect : public CConnect {
+ public:
+  // Connects with a libpq connection string ("host=... dbname=...").
+  explicit PGConnect(const std::string& conninfo);
+  ~PGConnect() override;
+  PGConnect(const PGConnect&) = delete;
+  PGConnect& operator=(const PGConnect&) = delete;
+
+  bool IsOpen() const;
+  // Connects again with the same connection string.
+  bool Reconnect();
+  // The code GetLastError reports for a five-character SQLSTATE.
+  static int ErrorCode(const std::string& sqlstate);
+
+  int LoopBatchSize() const { return loop_batch_size_; }
+  void SetLoopBatchSize(int rows) { loop_batch_size_ = rows > 0 ? rows : 1; }
+
+  // Column names of the last result, in order.
+  const std::vector<std::string>& ColumnNames() const { return rows_.columns(); }
+
+  bool ExecuteUpdate(const std::string& sql) override;
+  bool ExecuteQuery(const std::string& sql) override;
+  int GetLastError(std::string& error_info) override;
+  bool MoveNext() override;
+  bool IsEOF() override;
+  std::string GetFieldString(const std::string& column_name) override;
+  int GetFieldInt(int column_index) override;
+  int GetFieldInt(const std::string& column_name) override;
+  int GetLastQueryError(std::string& error_info) override;
+  bool ExecuteQueryUDT(const std::string& sql, const int& time_out) override;
+  bool ExecuteSortByCollate(const std::string& sql, const std::string& collate_name) override;
+  bool ExecuteLoop(const std::string& sql) override;
+  DBTYPE GetDBType() override { return DB_POSTGRESQL; }
+  bool ExecuteQueryContainView(const std::string& sql) override;
+  bool ExecuteReturning(const std::string& sql) override;
+  bool SeqenceExecute(const std::string& sql) override;
+  bool SeqenceExecuteManual(const std::string& sql) override;
+
+ private:
+  // Runs `sql`; on success the result is handed to `keep` (may be null).
+  bool exec(const std::string& sql, ResultRows* keep, bool append = false);
+  // Runs a statement of the connection's own, keeping no rows.
+  bool command(const std::string& sql) { return exec(sql, nullptr); }
+  // Runs a clean-up statement whose failure must not hide an earlier error.
+  void quietly(const std::string& sql);
+  void end_copy(int status);
+  bool usable();
+  bool fail(const std::string& sqlstate, const std::string& message);
+  bool fail_with(const pg_result* result);
+  bool in_transaction() const;
+
+  std::string conninfo_;
+  pg_conn* conn_ = nullptr;
+  ResultRows rows_;
+  int loop_batch_size_ = 1000;
+  int last_error_code_ = 0;
+  std::string last_error_;
+};
+
+}  // namespace tessel
+
+#endif  // TESSEL_PGCONNECT_H

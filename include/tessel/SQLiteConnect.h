@@ -1,0 +1,86 @@
+// A tessel::CConnect over an embedded SQLite database (dialect 1).
+//
+//   auto conn = std::make_shared<tessel::SQLiteConnect>(":memory:");
+//   vexel::QueryBuilder q(conn);
+//
+// Every execute operation runs all statements of its text in order (no
+// implicit transaction) and keeps the rows of the last statement that
+// returns columns for the cursor; a failure leaves an empty result. The
+// looped, collation, view-aware, returning and sequence forms run their text
+// the same way: SQLite reads rows one by one anyway, collations are named in
+// the text itself, views need nothing special, and the sequence statements
+// leave the value they select readable through the cursor.
+//
+// The connection registers the SQL functions that the library's SQLite
+// texts call: regexp(text, pattern, mode) and the str_bit_* functions.
+//
+// GetLastError / GetLastQueryError give SQLite's extended result code and
+// message of the last failure (kept until the next failure).
+#ifndef TESSEL_SQLITECONNECT_H
+#define TESSEL_SQLITECONNECT_H
+
+#include <string>
+#include <vector>
+
+#include "tessel/CConnect.h"
+#include "tessel/ResultRows.h"
+
+struct sqlite3;
+
+namespace tessel {
+
+class SQLiteConnect : public CConnect {
+ public:
+  // Opens (creating if needed) a database file, or ":memory:".
+  explicit SQLiteConnect(const std::string& path);
+  ~SQLiteConnect() override;
+  SQLiteConnect(const SQLiteConnect&) = delete;
+  SQLiteConnect& operator=(const SQLiteConnect&) = delete;
+
+  // False when the database could not be opened; every operation then
+  // fails with the reason.
+  bool IsOpen() const { return db_ != nullptr; }
+  // A limit in seconds for every statement of this connection (0: none).
+  // The library passes SQLite's time-out form through ExecuteQuery, so a
+  // host that wants such statements stopped sets the limit here.
+  void SetStatementTimeOut(int seconds) { statement_time_out_ = seconds; }
+
+  // Column names of the last result, in order.
+  const std::vector<std::string>& ColumnNames() const { return rows_.columns(); }
+
+  bool ExecuteUpdate(const std::string& sql) override;
+  bool ExecuteQuery(const std::string& sql) override;
+  int GetLastError(std::string& error_info) override;
+  bool MoveNext() override;
+  bool IsEOF() override;
+  std::string GetFieldString(const std::string& column_name) override;
+  int GetFieldInt(int column_index) override;
+  int GetFieldInt(const std::string& column_name) override;
+  int GetLastQueryError(std::string& error_info) override;
+  // Stops the statement once it has run `time_out` seconds (0 or less: the
+  // connection's own limit) and fails with SQLITE_INTERRUPT and a message
+  // naming the time-out.
+  bool ExecuteQueryUDT(const std::string& sql, const int& time_out) override;
+  bool ExecuteSortByCollate(const std::string& sql, const std::string& collate_name) override;
+  bool ExecuteLoop(const std::string& sql) override;
+  DBTYPE GetDBType() override { return DB_SQLITE; }
+  bool ExecuteQueryContainView(const std::string& sql) override;
+  bool ExecuteReturning(const std::string& sql) override;
+  bool SeqenceExecute(const std::string& sql) override;
+  bool SeqenceExecuteManual(const std::string& sql) override;
+
+ private:
+  bool run(const std::string& sql, int time_out);
+  bool fail(int code, const std::string& message);
+
+  sqlite3* db_ = nullptr;
+  ResultRows rows_;
+  int statement_time_out_ = 0;
+  int last_error_code_ = 0;
+  std::string last_error_;
+  std::string open_error_;
+};
+
+}  // namespace tessel
+
+#endif  // TESSEL_SQLITECONNECT_H
