@@ -24,7 +24,7 @@ TEST(BuilderFrame, MinimalStatementPerDialect) {
     int code;
     const char* want;
   } cases[] = {
-      {1, "SELECT t.a , t.b FROM s.t"},   {2, "SELECT s.t.a , s.t.b FROM s.t"},
+      {1, "SELECT t.a , t.b FROM s.t"},     {2, "SELECT s.t.a , s.t.b FROM s.t"},
       {3, "SELECT s.t.a , s.t.b FROM s.t"}, {0, "SELECT s.t.a , s.t.b FROM s.t"},
       {4, "SELECT s.t.a , s.t.b FROM s.t"}, {7, "SELECT s.t.a , s.t.b FROM s.t"},
   };
@@ -87,14 +87,18 @@ TEST(BuilderFrame, FailureReadsTheErrorOnce) {
     int code;
     const char* line;
   } cases[] = {
-      {1, "5|[vexel::SQLiteQuery::Execute]ExecuteQuery failed errorcode:42.error_info:boom,"
-          "sql:SELECT t.a , t.b FROM s.t;.["},
-      {2, "5|[vexel::PGQuery::Execute]ExecuteQuery failed errorcode:42.error_info:boom,"
-          "sql:SELECT s.t.a , s.t.b FROM s.t;.["},
-      {3, "5|[vexel::SQLServerQuery::Execute]ExecuteQuery failed errorcode:42.error_info:boom,"
-          "sql:SELECT s.t.a , s.t.b FROM s.t.["},
-      {7, "5|[vexel::PGQuery::Execute]ExecuteQuery failed errorcode:42.error_info:boom,"
-          "sql:SELECT s.t.a , s.t.b FROM s.t;.["},
+      {1,
+       "5|[vexel::SQLiteQuery::Execute]ExecuteQuery failed errorcode:42.error_info:boom,"
+       "sql:SELECT t.a , t.b FROM s.t;.["},
+      {2,
+       "5|[vexel::PGQuery::Execute]ExecuteQuery failed errorcode:42.error_info:boom,"
+       "sql:SELECT s.t.a , s.t.b FROM s.t;.["},
+      {3,
+       "5|[vexel::SQLServerQuery::Execute]ExecuteQuery failed errorcode:42.error_info:boom,"
+       "sql:SELECT s.t.a , s.t.b FROM s.t.["},
+      {7,
+       "5|[vexel::PGQuery::Execute]ExecuteQuery failed errorcode:42.error_info:boom,"
+       "sql:SELECT s.t.a , s.t.b FROM s.t;.["},
   };
   for (const auto& c : cases) {
     auto conn = fake(c.code);
@@ -124,13 +128,15 @@ TEST(BuilderFrame, CopyIsIndependentAndKeepsItsConnection) {
   // The copy runs the plain form: its view flag starts cleared.
   EXPECT_TRUE(copy.Execute());
   EXPECT_TRUE(q.Execute());
-  EXPECT_EQ(conn->statements(), (std::vector<std::string>{"ExecuteQuery:SELECT a FROM other;",
-                                                          "ExecuteQueryContainView:SELECT a FROM v;"}));
+  EXPECT_EQ(conn->statements(),
+            (std::vector<std::string>{"ExecuteQuery:SELECT a FROM other;",
+                                      "ExecuteQueryContainView:SELECT a FROM v;"}));
   // Reset on the copy has no facade connection: PostgreSQL, logged.
   CaptureLog log;
   copy.Reset();
   EXPECT_EQ(copy.db_type(), tessel::DB_POSTGRESQL);
-  EXPECT_EQ(log.texts(), std::vector<std::string>{"6|[vexel::QueryBuilder::Reset]db_conn is nullptr.["});
+  EXPECT_EQ(log.texts(),
+            std::vector<std::string>{"6|[vexel::QueryBuilder::Reset]db_conn is nullptr.["});
   EXPECT_FALSE(copy.Execute());
 }
 
@@ -158,7 +164,10 @@ TEST(BuilderFrame, AssignmentSharesTheStatement) {
 TEST(BuilderFrame, ResetEmptiesEverything) {
   auto conn = fake(2);
   vexel::QueryBuilder q(conn);
-  q.SELECT({vexel::col("a")}).FROM(vexel::sch("public").view("v")).WHERE(vexel::SQLExpr("x")).LIMIT(3);
+  q.SELECT({vexel::col("a")})
+      .FROM(vexel::sch("public").view("v"))
+      .WHERE(vexel::SQLExpr("x"))
+      .LIMIT(3);
   conn->set_db_type(1);
   q.Reset();
   EXPECT_EQ(q.tosql(), "SELECT ");

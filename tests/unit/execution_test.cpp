@@ -26,33 +26,62 @@ struct VariantCase {
   std::function<bool(vexel::QueryBuilder&)> run;
   bool from_public_view;
   Route sqlite, postgres, sqlserver;
-  const Route& at(int code) const {
-    return code == 1 ? sqlite : code == 3 ? sqlserver : postgres;
-  }
+  const Route& at(int code) const { return code == 1 ? sqlite : code == 3 ? sqlserver : postgres; }
 };
 
-
 const VariantCase kVariants[] = {
-    {"plain", "Execute", [](vexel::QueryBuilder& q) { return q.Execute(); }, false,
-     {"ExecuteQuery", "SELECT a FROM v;", "", "ExecuteQuery failed errorcode:42.error_info:boom,sql:SELECT a FROM v;.["},
-     {"ExecuteQuery", "SELECT a FROM s.v;", "", "ExecuteQuery failed errorcode:42.error_info:boom,sql:SELECT a FROM s.v;.["},
-     {"ExecuteQuery", "SELECT a FROM s.v", "", "ExecuteQuery failed errorcode:42.error_info:boom,sql:SELECT a FROM s.v.["}},
-    {"view-aware", "ExecuteQueryContainView", [](vexel::QueryBuilder& q) { return q.Execute(); }, true,
-     {"ExecuteQueryContainView", "SELECT a FROM v;", "", "ExecuteQuery failed errorcode:42.error_info:boom,sql:SELECT a FROM v;.["},
-     {"ExecuteQueryContainView", "SELECT a FROM public.v;", "", "ExecuteQuery failed errorcode:42.error_info:boom,sql:SELECT a FROM public.v;.["},
-     {"ExecuteQueryContainView", "SELECT a FROM public.v", "", "ExecuteQuery failed errorcode:42.error_info:boom,sql:SELECT a FROM public.v.["}},
-    {"time-out", "ExecuteQueryUDT", [](vexel::QueryBuilder& q) { return q.ExecuteQueryUDT(30); }, false,
-     {"ExecuteQuery", "SELECT a FROM v", "", "ExecuteQueryUDT failed,time_out:30, errorcode:42.error_info:boom,sql:SELECT a FROM v.["},
-     {"ExecuteQueryUDT", "SELECT a FROM s.v", "30", "ExecuteQueryUDT failed,time_out:30, errorcode:42.error_info:boom,sql:SELECT a FROM s.v.["},
-     {"ExecuteQuery", "SELECT a FROM s.v", "", "ExecuteQueryUDT failed,time_out:30, errorcode:42.error_info:boom,sql:SELECT a FROM s.v.["}},
-    {"collation", "ExecuteSortByCollate", [](vexel::QueryBuilder& q) { return q.ExecuteSortByCollate("C"); }, false,
-     {"ExecuteQuery", "SELECT a FROM v", "", "ExecuteQueryUDT failed,collate_name:C, errorcode:42.error_info:boom,sql:SELECT a FROM v.["},
-     {"ExecuteSortByCollate", "SELECT a FROM s.v", "C", "ExecuteQueryUDT failed,collate_name:C, errorcode:42.error_info:boom,sql:SELECT a FROM s.v.["},
-     {"ExecuteQuery", "SELECT a FROM s.v", "", "ExecuteQueryUDT failed,collate_name:C, errorcode:42.error_info:boom,sql:SELECT a FROM s.v.["}},
-    {"loop", "ExecuteLoop", [](vexel::QueryBuilder& q) { return q.ExecuteLoop(); }, false,
-     {"ExecuteQuery", "SELECT a FROM v", "", "ExecuteQueryUDT failed,errorcode:42.error_info:boom,sql:SELECT a FROM v.["},
-     {"ExecuteLoop", "SELECT a FROM s.v", "", "ExecuteQueryUDT failed,errorcode:42.error_info:boom,sql:SELECT a FROM s.v.["},
-     {"ExecuteQuery", "SELECT a FROM s.v", "", "ExecuteQueryUDT failed,errorcode:42.error_info:boom,sql:SELECT a FROM s.v.["}},
+    {"plain",
+     "Execute",
+     [](vexel::QueryBuilder& q) { return q.Execute(); },
+     false,
+     {"ExecuteQuery", "SELECT a FROM v;", "",
+      "ExecuteQuery failed errorcode:42.error_info:boom,sql:SELECT a FROM v;.["},
+     {"ExecuteQuery", "SELECT a FROM s.v;", "",
+      "ExecuteQuery failed errorcode:42.error_info:boom,sql:SELECT a FROM s.v;.["},
+     {"ExecuteQuery", "SELECT a FROM s.v", "",
+      "ExecuteQuery failed errorcode:42.error_info:boom,sql:SELECT a FROM s.v.["}},
+    {"view-aware",
+     "ExecuteQueryContainView",
+     [](vexel::QueryBuilder& q) { return q.Execute(); },
+     true,
+     {"ExecuteQueryContainView", "SELECT a FROM v;", "",
+      "ExecuteQuery failed errorcode:42.error_info:boom,sql:SELECT a FROM v;.["},
+     {"ExecuteQueryContainView", "SELECT a FROM public.v;", "",
+      "ExecuteQuery failed errorcode:42.error_info:boom,sql:SELECT a FROM public.v;.["},
+     {"ExecuteQueryContainView", "SELECT a FROM public.v", "",
+      "ExecuteQuery failed errorcode:42.error_info:boom,sql:SELECT a FROM public.v.["}},
+    {"time-out",
+     "ExecuteQueryUDT",
+     [](vexel::QueryBuilder& q) { return q.ExecuteQueryUDT(30); },
+     false,
+     {"ExecuteQuery", "SELECT a FROM v", "",
+      "ExecuteQueryUDT failed,time_out:30, errorcode:42.error_info:boom,sql:SELECT a FROM v.["},
+     {"ExecuteQueryUDT", "SELECT a FROM s.v", "30",
+      "ExecuteQueryUDT failed,time_out:30, errorcode:42.error_info:boom,sql:SELECT a FROM s.v.["},
+     {"ExecuteQuery", "SELECT a FROM s.v", "",
+      "ExecuteQueryUDT failed,time_out:30, errorcode:42.error_info:boom,sql:SELECT a FROM s.v.["}},
+    {"collation",
+     "ExecuteSortByCollate",
+     [](vexel::QueryBuilder& q) { return q.ExecuteSortByCollate("C"); },
+     false,
+     {"ExecuteQuery", "SELECT a FROM v", "",
+      "ExecuteQueryUDT failed,collate_name:C, errorcode:42.error_info:boom,sql:SELECT a FROM v.["},
+     {"ExecuteSortByCollate", "SELECT a FROM s.v", "C",
+      "ExecuteQueryUDT failed,collate_name:C, errorcode:42.error_info:boom,sql:SELECT a FROM "
+      "s.v.["},
+     {"ExecuteQuery", "SELECT a FROM s.v", "",
+      "ExecuteQueryUDT failed,collate_name:C, errorcode:42.error_info:boom,sql:SELECT a FROM "
+      "s.v.["}},
+    {"loop",
+     "ExecuteLoop",
+     [](vexel::QueryBuilder& q) { return q.ExecuteLoop(); },
+     false,
+     {"ExecuteQuery", "SELECT a FROM v", "",
+      "ExecuteQueryUDT failed,errorcode:42.error_info:boom,sql:SELECT a FROM v.["},
+     {"ExecuteLoop", "SELECT a FROM s.v", "",
+      "ExecuteQueryUDT failed,errorcode:42.error_info:boom,sql:SELECT a FROM s.v.["},
+     {"ExecuteQuery", "SELECT a FROM s.v", "",
+      "ExecuteQueryUDT failed,errorcode:42.error_info:boom,sql:SELECT a FROM s.v.["}},
 };
 
 const char* class_name(int code) {
@@ -91,25 +120,39 @@ TEST(Execution, PublicViewFlag) {
     std::function<void(vexel::QueryBuilder&, vexel::QueryBuilder&)> build;
     const char* op;
   } cases[] = {
-      {"FROM a public view", [](vexel::QueryBuilder& q, vexel::QueryBuilder&) { q.FROM(vexel::sch("public").view("v")); },
+      {"FROM a public view",
+       [](vexel::QueryBuilder& q, vexel::QueryBuilder&) { q.FROM(vexel::sch("public").view("v")); },
        "ExecuteQueryContainView"},
       {"a later FROM keeps the mark",
-       [](vexel::QueryBuilder& q, vexel::QueryBuilder&) { q.FROM(vexel::sch("public").view("v")).FROM(vexel::tab("t")); },
+       [](vexel::QueryBuilder& q, vexel::QueryBuilder&) {
+         q.FROM(vexel::sch("public").view("v")).FROM(vexel::tab("t"));
+       },
        "ExecuteQueryContainView"},
-      {"other schema", [](vexel::QueryBuilder& q, vexel::QueryBuilder&) { q.FROM(vexel::sch("Public").view("v")); },
+      {"other schema",
+       [](vexel::QueryBuilder& q, vexel::QueryBuilder&) { q.FROM(vexel::sch("Public").view("v")); },
        "ExecuteQuery"},
-      {"public table", [](vexel::QueryBuilder& q, vexel::QueryBuilder&) { q.FROM(vexel::sch("public").tab("t")); },
+      {"public table",
+       [](vexel::QueryBuilder& q, vexel::QueryBuilder&) { q.FROM(vexel::sch("public").tab("t")); },
        "ExecuteQuery"},
-      {"JOIN of a public view", [](vexel::QueryBuilder& q, vexel::QueryBuilder&) { q.FROM(vexel::tab("t")).JOIN(vexel::sch("public").view("v")); },
+      {"JOIN of a public view",
+       [](vexel::QueryBuilder& q, vexel::QueryBuilder&) {
+         q.FROM(vexel::tab("t")).JOIN(vexel::sch("public").view("v"));
+       },
        "ExecuteQuery"},
       {"subquery in FROM that read one",
-       [](vexel::QueryBuilder& q, vexel::QueryBuilder& s) { q.FROM(s.FROM(vexel::sch("public").view("v")), "x"); },
+       [](vexel::QueryBuilder& q, vexel::QueryBuilder& s) {
+         q.FROM(s.FROM(vexel::sch("public").view("v")), "x");
+       },
        "ExecuteQueryContainView"},
       {"subquery in JOIN that read one",
-       [](vexel::QueryBuilder& q, vexel::QueryBuilder& s) { q.FROM(vexel::tab("t")).JOIN(s.FROM(vexel::sch("public").view("v")), "x"); },
+       [](vexel::QueryBuilder& q, vexel::QueryBuilder& s) {
+         q.FROM(vexel::tab("t")).JOIN(s.FROM(vexel::sch("public").view("v")), "x");
+       },
        "ExecuteQueryContainView"},
       {"set operand that read one",
-       [](vexel::QueryBuilder& q, vexel::QueryBuilder& s) { q.FROM(vexel::tab("t")).UNION(s.FROM(vexel::sch("public").view("v"))); },
+       [](vexel::QueryBuilder& q, vexel::QueryBuilder& s) {
+         q.FROM(vexel::tab("t")).UNION(s.FROM(vexel::sch("public").view("v")));
+       },
        "ExecuteQuery"},
   };
   for (const auto& c : cases) {

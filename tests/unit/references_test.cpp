@@ -10,9 +10,9 @@
 
 namespace {
 
-using vexel_test::PerDialect;
 using vexel_test::db;
 using vexel_test::kDialects;
+using vexel_test::PerDialect;
 
 struct RefCase {
   const char* name;
@@ -27,13 +27,15 @@ vexel::col qualified(tessel::DBTYPE d) {
 }
 
 const RefCase kRefCases[] = {
-    {"plain column", [](tessel::DBTYPE d) { return qualified(d).col_name(); },
+    {"plain column",
+     [](tessel::DBTYPE d) { return qualified(d).col_name(); },
      {"t.c", "s.t.c", "s.t.c", "s.t.c"}},
     {"bare column", [](tessel::DBTYPE d) { return vexel::col(vexel::col("c"), d).col_name(); },
      vexel_test::all("c")},
     {"default column", [](tessel::DBTYPE d) { return vexel::col(vexel::col(), d).col_name(); },
      vexel_test::all("")},
-    {"excluded", [](tessel::DBTYPE d) { return qualified(d).EXCLUDED().col_name(); },
+    {"excluded",
+     [](tessel::DBTYPE d) { return qualified(d).EXCLUDED().col_name(); },
      {"EXCLUDED.t.c", "EXCLUDED.s.t.c", "EXCLUDED.s.t.c", "EXCLUDED.s.t.c"}},
     {"GetExpr keeps the schema",
      [](tessel::DBTYPE d) { return qualified(tessel::DB_POSTGRESQL).GetExpr(d); },
@@ -104,10 +106,12 @@ TEST(References, Modifiers) {
        vexel::col("c").increase(vexel::SQLValue(1)).increase(vexel::SQLValue(1)).col_name(),
        "c + 1 + 1"},
       {"decrease", vexel::col("c").decrease(vexel::SQLValue(2.5)).col_name(), "c - 2.500000"},
-      {"column plus itself", [] {
+      {"column plus itself",
+       [] {
          vexel::col x("c");
          return x + vexel::col("c");
-       }().col_name(),
+       }()
+           .col_name(),
        "c + c"},
       {"minus column", (vexel::col("a") - vexel::col("b")).col_name(), "a - b"},
       {"to_order plain", vexel::col(c).to_order(), "t.c"},

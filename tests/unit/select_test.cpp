@@ -9,8 +9,8 @@
 
 namespace {
 
-using vexel_test::PerDialect;
 using vexel_test::fake;
+using vexel_test::PerDialect;
 
 vexel::Ptr_CommonExpr cond(const std::string& text) {
   return vexel::Ptr_CommonExpr(std::make_shared<vexel::SQLExpr>(text));
@@ -75,7 +75,8 @@ const SelectCase kCases[] = {
            .RIGHT_JOIN(vexel::tab("w"))
            .ON(cond("w.id = t.id"));
      },
-     {"SELECT a FROM t JOIN u ON t.id = u.id LEFT JOIN v ON v.id = t.id RIGHT JOIN w ON w.id = t.id",
+     {"SELECT a FROM t JOIN u ON t.id = u.id LEFT JOIN v ON v.id = t.id RIGHT JOIN w ON w.id = "
+      "t.id",
       "SELECT a FROM t JOIN u ON t.id = u.id LEFT JOIN s.v ON v.id = t.id RIGHT JOIN w ON w.id = "
       "t.id",
       "SELECT a FROM t JOIN u ON t.id = u.id LEFT JOIN s.v ON v.id = t.id RIGHT JOIN w ON w.id = "
@@ -101,8 +102,12 @@ const SelectCase kCases[] = {
      vexel_test::all("SELECT  FROM t WHERE w GROUP BY g , h HAVING h AND x")},
     {"AND goes to the last ON without WHERE",
      [](vexel::QueryBuilder& q) {
-       q.FROM(vexel::tab("t")).JOIN(vexel::tab("u")).ON(cond("o1")).JOIN(vexel::tab("v")).ON(cond("o2")).OR(
-           cond("o3"));
+       q.FROM(vexel::tab("t"))
+           .JOIN(vexel::tab("u"))
+           .ON(cond("o1"))
+           .JOIN(vexel::tab("v"))
+           .ON(cond("o2"))
+           .OR(cond("o3"));
      },
      vexel_test::all("SELECT  FROM t JOIN u ON o1 JOIN v ON o2 OR o3")},
     {"AND with nothing to extend changes nothing",
@@ -131,8 +136,8 @@ const SelectCase kCases[] = {
      [](vexel::QueryBuilder& q) {
        q.SELECT({vexel::col("a")}).WHERE(cond("w")).ORDER_BY({vexel::col("a")}).LIMIT(1).OFFSET(2);
      },
-     {"SELECT a", "SELECT a", "SELECT a FROM  WHERE w ORDER BY a OFFSET 2 ROWS FETCH NEXT 1 ROWS ONLY",
-      "SELECT a"}},
+     {"SELECT a", "SELECT a",
+      "SELECT a FROM  WHERE w ORDER BY a OFFSET 2 ROWS FETCH NEXT 1 ROWS ONLY", "SELECT a"}},
     {"select expression stands before the columns",
      [](vexel::QueryBuilder& q) {
        q.SELECT(vexel::SQLExpr("count(*)")).SELECT({vexel::col("c")}).FROM(vexel::tab("t"));
@@ -147,14 +152,18 @@ const SelectCase kCases[] = {
      vexel_test::all("SELECT  FROM t")},
     {"empty first column adds no separator",
      [](vexel::QueryBuilder& q) {
-       q.SELECT({vexel::func("now"), vexel::col("a"), vexel::col(""), vexel::col("b")}).FROM(vexel::tab("t"));
+       q.SELECT({vexel::func("now"), vexel::col("a"), vexel::col(""), vexel::col("b")})
+           .FROM(vexel::tab("t"));
      },
      vexel_test::all("SELECT a ,  , b FROM t")},
     {"set operations in fixed order, last operand wins",
      [](vexel::QueryBuilder& q) {
        q.SELECT({vexel::col("a")}).FROM(vexel::tab("t")).ORDER_BY({vexel::col("a")}).LIMIT(1);
-       q.INTERSECT(sub(q, "i")).EXCEPT(sub(q, "e")).UNION(sub(q, "old")).UNION(sub(q, "u")).UNION_ALL(
-           sub(q, "ua"));
+       q.INTERSECT(sub(q, "i"))
+           .EXCEPT(sub(q, "e"))
+           .UNION(sub(q, "old"))
+           .UNION(sub(q, "u"))
+           .UNION_ALL(sub(q, "ua"));
      },
      {"SELECT a FROM t ORDER BY a LIMIT 1 UNION ALL SELECT ua FROM x UNION SELECT u FROM x EXCEPT "
       "SELECT e FROM x INTERSECT SELECT i FROM x",
@@ -172,13 +181,17 @@ const SelectCase kCases[] = {
            .ON(cond("sf.a = sj.j"))
            .RIGHT_JOIN(sub(q, "r"), "");
      },
-     {"SELECT a FROM (SELECT f FROM x) AS sf LEFT JOIN (SELECT j FROM x) AS sj ON sf.a = sj.j RIGHT "
+     {"SELECT a FROM (SELECT f FROM x) AS sf LEFT JOIN (SELECT j FROM x) AS sj ON sf.a = sj.j "
+      "RIGHT "
       "JOIN (SELECT r FROM x)",
-      "SELECT a FROM (SELECT f FROM x) AS sf LEFT JOIN (SELECT j FROM x) AS sj ON sf.a = sj.j RIGHT "
+      "SELECT a FROM (SELECT f FROM x) AS sf LEFT JOIN (SELECT j FROM x) AS sj ON sf.a = sj.j "
+      "RIGHT "
       "JOIN (SELECT r FROM x)",
-      "SELECT a FROM (SELECT f FROM x) AS sf LEFT JOIN (SELECT j FROM x) AS sj ON sf.a = sj.j RIGHT "
+      "SELECT a FROM (SELECT f FROM x) AS sf LEFT JOIN (SELECT j FROM x) AS sj ON sf.a = sj.j "
+      "RIGHT "
       "JOIN (SELECT r FROM x)",
-      "SELECT a FROM (SELECT f FROM x) AS sf LEFT JOIN (SELECT j FROM x) AS sj ON sf.a = sj.j RIGHT "
+      "SELECT a FROM (SELECT f FROM x) AS sf LEFT JOIN (SELECT j FROM x) AS sj ON sf.a = sj.j "
+      "RIGHT "
       "JOIN (SELECT r FROM x)"}},
     {"columns take the builder's dialect",
      [](vexel::QueryBuilder& q) {
@@ -189,7 +202,9 @@ const SelectCase kCases[] = {
       "SELECT s.t.a FROM s.u GROUP BY s.t.a ORDER BY s.t.a AS x",
       "SELECT s.t.a FROM s.u GROUP BY s.t.a ORDER BY s.t.a AS x"}},
     {"views render in the builder's dialect",
-     [](vexel::QueryBuilder& q) { q.FROM(vexel::sch("s").view("v")).JOIN(vexel::sch("s").view("w")); },
+     [](vexel::QueryBuilder& q) {
+       q.FROM(vexel::sch("s").view("v")).JOIN(vexel::sch("s").view("w"));
+     },
      {"SELECT  FROM v JOIN w", "SELECT  FROM s.v JOIN s.w", "SELECT  FROM s.v JOIN s.w",
       "SELECT  FROM s.v JOIN s.w"}},
 };
