@@ -7,7 +7,7 @@ find_package(PostgreSQL REQUIRED)
 find_package(ICU REQUIRED COMPONENTS uc i18n)
 
 # The cursor over a result's rows, shared by both connections.
-add_library(vexel_connect_base STATIC common/ResultRows.cpp)
+add_library(vexel_connect_base STATIC common/ResultRows.cpp common/RowsConnect.cpp)
 add_library(vexel::connect_base ALIAS vexel_connect_base)
 target_compile_features(vexel_connect_base PUBLIC cxx_std_17)
 target_include_directories(

@@ -95,9 +95,7 @@ int PGConnect::ErrorCode(const std::string& sqlstate) {
 }
 
 bool PGConnect::fail(const std::string& sqlstate, const std::string& message) {
-  last_error_code_ = ErrorCode(sqlstate);
-  last_error_ = sqlstate + ": " + message;
-  return false;
+  return RowsConnect::fail(ErrorCode(sqlstate), sqlstate + ": " + message);
 }
 
 bool PGConnect::fail_with(const PGresult* result) {
@@ -250,20 +248,5 @@ bool PGConnect::ExecuteSortByCollate(const std::string& sql, const std::string& 
   }
   return exec(sql, &rows_);
 }
-
-int PGConnect::GetLastError(std::string& error_info) {
-  error_info = last_error_;
-  return last_error_code_;
-}
-
-int PGConnect::GetLastQueryError(std::string& error_info) { return GetLastError(error_info); }
-
-bool PGConnect::MoveNext() { return rows_.MoveNext(); }
-bool PGConnect::IsEOF() { return rows_.IsEOF(); }
-std::string PGConnect::GetFieldString(const std::string& column_name) {
-  return rows_.Field(column_name);
-}
-int PGConnect::GetFieldInt(int column_index) { return rows_.IntField(column_index); }
-int PGConnect::GetFieldInt(const std::string& column_name) { return rows_.IntField(column_name); }
 
 }  // namespace tessel

@@ -70,12 +70,6 @@ SQLiteConnect::~SQLiteConnect() {
   if (db_ != nullptr) sqlite3_close(db_);
 }
 
-bool SQLiteConnect::fail(int code, const std::string& message) {
-  last_error_code_ = code;
-  last_error_ = message;
-  return false;
-}
-
 bool SQLiteConnect::run(const std::string& sql, int time_out) {
   rows_.Clear();
   if (db_ == nullptr) return fail(SQLITE_CANTOPEN, "database is not open: " + open_error_);
@@ -152,22 +146,5 @@ bool SQLiteConnect::ExecuteQueryContainView(const std::string& sql) { return run
 bool SQLiteConnect::ExecuteReturning(const std::string& sql) { return run(sql, 0); }
 bool SQLiteConnect::SeqenceExecute(const std::string& sql) { return run(sql, 0); }
 bool SQLiteConnect::SeqenceExecuteManual(const std::string& sql) { return run(sql, 0); }
-
-int SQLiteConnect::GetLastError(std::string& error_info) {
-  error_info = last_error_;
-  return last_error_code_;
-}
-
-int SQLiteConnect::GetLastQueryError(std::string& error_info) { return GetLastError(error_info); }
-
-bool SQLiteConnect::MoveNext() { return rows_.MoveNext(); }
-bool SQLiteConnect::IsEOF() { return rows_.IsEOF(); }
-std::string SQLiteConnect::GetFieldString(const std::string& column_name) {
-  return rows_.Field(column_name);
-}
-int SQLiteConnect::GetFieldInt(int column_index) { return rows_.IntField(column_index); }
-int SQLiteConnect::GetFieldInt(const std::string& column_name) {
-  return rows_.IntField(column_name);
-}
 
 }  // namespace tessel

@@ -33,14 +33,14 @@
 #include <vector>
 
 #include "tessel/CConnect.h"
-#include "tessel/ResultRows.h"
+#include "tessel/RowsConnect.h"
 
 struct pg_conn;
 struct pg_result;
 
 namespace tessel {
 
-class PGConnect : public CConnect {
+class PGConnect : public RowsConnect {
  public:
   // Connects with a libpq connection string ("host=... dbname=...").
   explicit PGConnect(const std::string& conninfo);
@@ -57,18 +57,8 @@ class PGConnect : public CConnect {
   int LoopBatchSize() const { return loop_batch_size_; }
   void SetLoopBatchSize(int rows) { loop_batch_size_ = rows > 0 ? rows : 1; }
 
-  // Column names of the last result, in order.
-  const std::vector<std::string>& ColumnNames() const { return rows_.columns(); }
-
   bool ExecuteUpdate(const std::string& sql) override;
   bool ExecuteQuery(const std::string& sql) override;
-  int GetLastError(std::string& error_info) override;
-  bool MoveNext() override;
-  bool IsEOF() override;
-  std::string GetFieldString(const std::string& column_name) override;
-  int GetFieldInt(int column_index) override;
-  int GetFieldInt(const std::string& column_name) override;
-  int GetLastQueryError(std::string& error_info) override;
   bool ExecuteQueryUDT(const std::string& sql, const int& time_out) override;
   bool ExecuteSortByCollate(const std::string& sql, const std::string& collate_name) override;
   bool ExecuteLoop(const std::string& sql) override;
@@ -93,10 +83,7 @@ class PGConnect : public CConnect {
 
   std::string conninfo_;
   pg_conn* conn_ = nullptr;
-  ResultRows rows_;
   int loop_batch_size_ = 1000;
-  int last_error_code_ = 0;
-  std::string last_error_;
 };
 
 }  // namespace tessel

@@ -23,13 +23,13 @@
 #include <vector>
 
 #include "tessel/CConnect.h"
-#include "tessel/ResultRows.h"
+#include "tessel/RowsConnect.h"
 
 struct sqlite3;
 
 namespace tessel {
 
-class SQLiteConnect : public CConnect {
+class SQLiteConnect : public RowsConnect {
  public:
   // Opens (creating if needed) a database file, or ":memory:".
   explicit SQLiteConnect(const std::string& path);
@@ -45,18 +45,8 @@ class SQLiteConnect : public CConnect {
   // host that wants such statements stopped sets the limit here.
   void SetStatementTimeOut(int seconds) { statement_time_out_ = seconds; }
 
-  // Column names of the last result, in order.
-  const std::vector<std::string>& ColumnNames() const { return rows_.columns(); }
-
   bool ExecuteUpdate(const std::string& sql) override;
   bool ExecuteQuery(const std::string& sql) override;
-  int GetLastError(std::string& error_info) override;
-  bool MoveNext() override;
-  bool IsEOF() override;
-  std::string GetFieldString(const std::string& column_name) override;
-  int GetFieldInt(int column_index) override;
-  int GetFieldInt(const std::string& column_name) override;
-  int GetLastQueryError(std::string& error_info) override;
   // Stops the statement once it has run `time_out` seconds (0 or less: the
   // connection's own limit) and fails with SQLITE_INTERRUPT and a message
   // naming the time-out.
@@ -71,13 +61,9 @@ class SQLiteConnect : public CConnect {
 
  private:
   bool run(const std::string& sql, int time_out);
-  bool fail(int code, const std::string& message);
 
   sqlite3* db_ = nullptr;
-  ResultRows rows_;
   int statement_time_out_ = 0;
-  int last_error_code_ = 0;
-  std::string last_error_;
   std::string open_error_;
 };
 

@@ -114,4 +114,9 @@ std::string EngineTest::LastError() {
   return std::to_string(code) + "|" + info;
 }
 
+Rows EngineTest::Run(vexel::QueryBuilder& q, const std::vector<std::string>& columns) {
+  EXPECT_TRUE(q.Execute()) << q.tosql() << "\n" << LastError();
+  return ReadRows(*conn_, columns);
+}
+
 }  // namespace vexel_it

@@ -61,6 +61,9 @@ class EngineTest : public testing::TestWithParam<Engine> {
   Rows Query(const std::string& sql, const std::vector<std::string>& columns);
   // The connection's last error, "code|text".
   std::string LastError();
+  // Execute()s `q` through the recording connection, expecting success, and
+  // reads the named columns.
+  Rows Run(vexel::QueryBuilder& q, const std::vector<std::string>& columns);
 
   std::shared_ptr<tessel::CConnect> raw_;          // the engine's connection
   std::shared_ptr<RecordingConnect> conn_;         // raw_, recording the routes

@@ -20,11 +20,6 @@ class ExpressionsTest : public EngineTest {
  protected:
   tessel::DBTYPE dialect() const { return is_sqlite() ? tessel::DB_SQLITE : tessel::DB_POSTGRESQL; }
   QueryBuilder Builder() { return QueryBuilder(conn_); }
-  // Execute()s `q`, expecting success, and reads the named columns.
-  Rows Run(QueryBuilder& q, const std::vector<std::string>& columns) {
-    EXPECT_TRUE(q.Execute()) << q.tosql() << "\n" << LastError();
-    return ReadRows(*conn_, columns);
-  }
   // A value expression as a select column named `alias`.
   col Value(const vexel::CommonExpr& e, const char* alias) const {
     return col(e, dialect()).AS(alias);

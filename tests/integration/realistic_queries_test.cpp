@@ -20,11 +20,6 @@ class RealisticTest : public EngineTest {
     shelves_ = vexel::sch(schema_).tab("shelves");
   }
 
-  Rows Run(QueryBuilder& q, const std::vector<std::string>& columns) {
-    EXPECT_TRUE(q.Execute()) << q.tosql() << "\n" << LastError();
-    return ReadRows(*conn_, columns);
-  }
-
   vexel::tab shelves_;
 };
 

@@ -13,11 +13,6 @@ using vexel::SQLExpr;
 class SelectTest : public EngineTest {
  protected:
   QueryBuilder Builder() { return QueryBuilder(conn_); }
-  // Execute()s `q`, expecting success, and reads the named columns.
-  Rows Run(QueryBuilder& q, const std::vector<std::string>& columns) {
-    EXPECT_TRUE(q.Execute()) << q.tosql() << "\n" << LastError();
-    return ReadRows(*conn_, columns);
-  }
 };
 
 TEST_P(SelectTest, ColumnsOrdered) {
