@@ -22,7 +22,7 @@ class VEXEL_API ColAnyColExpr : public CommonExpr {
   ColAnyColExpr(ColAnyColExpr&&) = default;
   ColAnyColExpr& operator=(const ColAnyColExpr&) = default;
   ColAnyColExpr& operator=(ColAnyColExpr&&) = default;
-  ~ColAnyColExpr() = default;
+  ~ColAnyColExpr() override = default;
 
   std::string GetExpr(const tessel::DBTYPE& db_type) const override;
   void set_table_name(const std::string& table_name) override;
@@ -41,7 +41,7 @@ class VEXEL_API sub_array_col : public CommonExpr {
   sub_array_col(sub_array_col&&) = default;
   sub_array_col& operator=(const sub_array_col&) = default;
   sub_array_col& operator=(sub_array_col&&) = default;
-  ~sub_array_col() = default;
+  ~sub_array_col() override = default;
 
   std::string GetExpr(const tessel::DBTYPE& db_type) const override;
   void set_table_name(const std::string& table_name) override;
@@ -61,7 +61,7 @@ class VEXEL_API ArrayValue : public CommonExpr {
   ArrayValue(ArrayValue&&) = default;
   ArrayValue& operator=(const ArrayValue&) = default;
   ArrayValue& operator=(ArrayValue&&) = default;
-  ~ArrayValue() = default;
+  ~ArrayValue() override = default;
 
   std::string GetExpr(const tessel::DBTYPE& db_type) const override;
   void set_table_name(const std::string& table_name) override;
@@ -83,7 +83,7 @@ class VEXEL_API string_to_array : public CommonExpr {
   string_to_array(string_to_array&&) = default;
   string_to_array& operator=(const string_to_array&) = default;
   string_to_array& operator=(string_to_array&&) = default;
-  ~string_to_array() = default;
+  ~string_to_array() override = default;
 
   std::string GetExpr(const tessel::DBTYPE& db_type) const override;
   void set_table_name(const std::string& table_name) override;

@@ -32,7 +32,7 @@ class VEXEL_API CASE : public CommonExpr {
   CASE(CASE&&) = default;
   CASE& operator=(const CASE&) = default;
   CASE& operator=(CASE&&) = default;
-  ~CASE() = default;
+  ~CASE() override = default;
 
   // Condition forms: the next THEN pairs with this condition.
   CASE& WHEN(const Ptr_CommonExpr& condition);

@@ -1,8 +1,8 @@
 // The expression-node interface. Every condition and computed value is a
 // tree of nodes that render themselves for a dialect when a statement is
-// rendered. Nodes are always owned through std::shared_ptr, which destroys
-// the concrete type; the destructor is protected so that no one deletes a
-// node through this interface.
+// rendered. Nodes are shared through std::shared_ptr; the destructor is
+// virtual (declared after the two operations, which keep their slots) so
+// that a node is destroyed whole however it is held.
 #ifndef VEXEL_COMMONEXPR_H
 #define VEXEL_COMMONEXPR_H
 
@@ -19,6 +19,7 @@ class VEXEL_API CommonExpr {
   virtual std::string GetExpr(const tessel::DBTYPE& db_type) const = 0;
   // Re-qualifies the node's columns; most nodes ignore it.
   virtual void set_table_name(const std::string& table_name) = 0;
+  virtual ~CommonExpr() = default;
 
  protected:
   CommonExpr() = default;
@@ -26,7 +27,6 @@ class VEXEL_API CommonExpr {
   CommonExpr(CommonExpr&&) = default;
   CommonExpr& operator=(const CommonExpr&) = default;
   CommonExpr& operator=(CommonExpr&&) = default;
-  ~CommonExpr() = default;
 };
 
 }  // namespace vexel

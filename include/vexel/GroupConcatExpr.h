@@ -20,7 +20,7 @@ class VEXEL_API GroupConcatExpr : public CommonExpr {
   GroupConcatExpr(GroupConcatExpr&&) = default;
   GroupConcatExpr& operator=(const GroupConcatExpr&) = default;
   GroupConcatExpr& operator=(GroupConcatExpr&&) = default;
-  ~GroupConcatExpr() = default;
+  ~GroupConcatExpr() override = default;
 
   // Replaces any earlier alias.
   GroupConcatExpr& AS(const std::string& alias);

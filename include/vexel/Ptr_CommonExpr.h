@@ -25,7 +25,7 @@ class VEXEL_API Ptr_CommonExpr : public CommonExpr {
   Ptr_CommonExpr(Ptr_CommonExpr&&) = default;
   Ptr_CommonExpr& operator=(const Ptr_CommonExpr&) = default;
   Ptr_CommonExpr& operator=(Ptr_CommonExpr&&) = default;
-  ~Ptr_CommonExpr() = default;
+  ~Ptr_CommonExpr() override = default;
 
   // A new node holding copies of this holder's four fields; never null.
   std::shared_ptr<CommonExpr> get_ptr() const;

@@ -29,7 +29,7 @@ class VEXEL_API SQLExpr : public CommonExpr {
   SQLExpr(SQLExpr&&) = default;
   SQLExpr& operator=(const SQLExpr&) = default;
   SQLExpr& operator=(SQLExpr&&) = default;
-  ~SQLExpr() = default;
+  ~SQLExpr() override = default;
 
   const std::string& ToExpr() const { return expr_text_; }
   std::string GetExpr(const tessel::DBTYPE& db_type) const override;

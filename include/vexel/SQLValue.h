@@ -57,7 +57,7 @@ class VEXEL_API SQLValue : public CommonExpr {
   SQLValue(SQLValue&&) = default;
   SQLValue& operator=(const SQLValue&) = default;
   SQLValue& operator=(SQLValue&&) = default;
-  ~SQLValue() = default;
+  ~SQLValue() override = default;
 
   const std::string& GetValue() const { return value_; }
   std::string GetExpr(const tessel::DBTYPE& db_type) const override;

@@ -51,7 +51,7 @@ class VEXEL_API TimeExpr : public CommonExpr {
   TimeExpr(TimeExpr&&) = default;
   TimeExpr& operator=(const TimeExpr&) = default;
   TimeExpr& operator=(TimeExpr&&) = default;
-  ~TimeExpr() = default;
+  ~TimeExpr() override = default;
 
   std::string GetExpr(const tessel::DBTYPE& db_type) const override;
   void set_table_name(const std::string& table_name) override;

@@ -41,6 +41,9 @@ class VEXEL_API col {
   // The rendered column in the column's own dialect; every statement
   // builder renders columns through it.
   virtual std::string col_name() const;
+  // Declared after col_name(), which keeps the first slot; derived columns
+  // (functions, arrays, aggregates) are destroyed whole however held.
+  virtual ~col() = default;
   // The same text in the given dialect, for hosts.
   std::string GetExpr(const tessel::DBTYPE& db) const;
 

@@ -22,7 +22,7 @@ class StrBitExpr : public CommonExpr {
   // `operand` is the bit string (AND, OR, XOR), the decimal shift count, or
   // empty (NOT).
   StrBitExpr(Op op, std::string col_text, std::string operand);
-  ~StrBitExpr() = default;
+  ~StrBitExpr() override = default;
 
  private:
   Op op_;

@@ -10,7 +10,7 @@
 
 namespace vexel {
 
-class PGQuery : public SQLQuery {
+class PGQuery final : public SQLQuery {
  public:
   explicit PGQuery(const std::shared_ptr<tessel::CConnect>& conn) : SQLQuery(conn) {}
   explicit PGQuery(const SQLQuery& other) : SQLQuery(other) {}

@@ -9,7 +9,7 @@
 
 namespace vexel {
 
-class SQLiteQuery : public SQLQuery {
+class SQLiteQuery final : public SQLQuery {
  public:
   explicit SQLiteQuery(const std::shared_ptr<tessel::CConnect>& conn) : SQLQuery(conn) {}
   explicit SQLiteQuery(const SQLQuery& other) : SQLQuery(other) {}

@@ -9,7 +9,7 @@
 
 namespace vexel {
 
-class SQLServerQuery : public SQLQuery {
+class SQLServerQuery final : public SQLQuery {
  public:
   explicit SQLServerQuery(const std::shared_ptr<tessel::CConnect>& conn) : SQLQuery(conn) {}
   explicit SQLServerQuery(const SQLQuery& other) : SQLQuery(other) {}

@@ -157,7 +157,7 @@ TEST(BuilderFrame, AssignmentSharesTheStatement) {
   EXPECT_EQ(c1->count("ExecuteQuery"), 1);
   b2.reset();
   vexel::QueryBuilder self(c1);
-  self = self;
+  self = *&self;
   EXPECT_EQ(self.tosql(), "SELECT ");
 }
 
