@@ -48,28 +48,31 @@ TEST(JsonKeyDelete, PathWithoutBraces) {
                          }));
 }
 
+// The inner double quote and the doubled single quote show when each rewrite
+// happens: the SQLite "after between_value" line still has the doubled quote.
 TEST(JsonSet, StringValueTrace) {
   vexel_test::CaptureLog log;
-  const Entries entries = vexel::JSON_SET(kDoc, "'{a}'", "'\"x\"'");
-  EXPECT_EQ(texts(entries), (std::vector<std::string>{"json_set( doc,'$.a',\"x\")",
-                                                      "jsonb_set( doc,'{a}','\"x\"')", "", ""}));
+  const Entries entries = vexel::JSON_SET(kDoc, "'{a}'", "'\"x\"y''z\"'");
+  EXPECT_EQ(texts(entries),
+            (std::vector<std::string>{"json_set( doc,'$.a',\"x\"\"y'z\")",
+                                      "jsonb_set( doc,'{a}','\"x\\\"y''z\"')", "", ""}));
   const std::string f = "[vexel::JSON_SET]";
   EXPECT_EQ(log.texts(), (Lines{
-                             "2|" + f + "before:target_path:'{a}'.new_value:'\"x\"'[",
+                             "2|" + f + "before:target_path:'{a}'.new_value:'\"x\"y''z\"'[",
                              // PostgreSQL value
                              "2|" + f + "pre_value:'.[",
                              "2|" + f + "post_value:'.[",
-                             "2|" + f + "between_value:x.[",
-                             "2|" + f + "after between_value:x.[",
-                             "2|" + f + "after_value:'\"x\"'.[",
+                             "2|" + f + "between_value:x\"y''z.[",
+                             "2|" + f + "after between_value:x\\\"y''z.[",
+                             "2|" + f + "after_value:'\"x\\\"y''z\"'.[",
                              // SQLite path and value
                              "2|" + f + "after:target_path:$.a.[",
-                             "2|" + f + "after:after_value:\"x\".[",
+                             "2|" + f + "after:after_value:\"x\"y''z\".[",
                              "2|" + f + "pre_value:.[",
                              "2|" + f + "post_value:.[",
-                             "2|" + f + "between_value:x.[",
-                             "2|" + f + "after between_value:x.[",
-                             "2|" + f + "after_value:\"x\".[",
+                             "2|" + f + "between_value:x\"y''z.[",
+                             "2|" + f + "after between_value:x\"\"y''z.[",
+                             "2|" + f + "after_value:\"x\"\"y'z\".[",
                          }));
 }
 

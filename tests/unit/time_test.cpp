@@ -97,6 +97,7 @@ TEST(Time, DateTrunc) {
        two("strftime('%Y-%m-%d %H:%M:%S', '2021-01-02 03:04:05')",
            "date_trunc('second', '2021-01-02 03:04:05'::timestamp)")},
       {"unit 0", vexel::DATE_TRUNC(static_cast<vexel::TimeType>(0), "t.c"), vexel_test::all("")},
+      {"unit 7", vexel::DATE_TRUNC(static_cast<vexel::TimeType>(7), "t.c"), vexel_test::all("")},
   };
   for (const auto& k : cases) check(k);
 }
