@@ -20,6 +20,10 @@ Sink& current_sink() {
   return sink;
 }
 
+// Set while this thread is inside the sink: a sink that logs (directly or
+// through code it calls) would otherwise recurse until the stack runs out.
+thread_local bool in_sink = false;
+
 }  // namespace
 
 void DefaultSink(int level, const std::string& module, const std::string& text) {
@@ -40,8 +44,18 @@ int write_log(int level, const char* module, const char* format, ...) {
   const std::string text = Olk::Base::StringUtil::vstr_fmt(format, args);
   va_end(args);
   const std::string mod = module != nullptr ? module : "";
-  const Olk::Log::Sink& sink = Olk::Log::current_sink();
+  if (Olk::Log::in_sink) {
+    Olk::Log::DefaultSink(level, mod, text);
+    return static_cast<int>(text.size());
+  }
+  // A copy: the sink may replace itself (SetSink) while it runs, which
+  // would destroy the installed function in the middle of its call.
+  const Olk::Log::Sink sink = Olk::Log::current_sink();
   if (sink) {
+    Olk::Log::in_sink = true;
+    struct Reset {
+      ~Reset() { Olk::Log::in_sink = false; }
+    } reset;
     sink(level, mod, text);
   } else {
     Olk::Log::DefaultSink(level, mod, text);

@@ -14,6 +14,7 @@ namespace {
 constexpr char kConnectionFailure[] = "08006";
 constexpr char kUndefinedObject[] = "42704";
 constexpr char kFeatureNotSupported[] = "0A000";
+constexpr char kNulInText[] = "22021";
 constexpr int kMaxPendingResults = 16;
 constexpr char kLoopCursor[] = "vexel_loop_cursor";
 
@@ -26,9 +27,21 @@ using Result = std::unique_ptr<PGresult, ResultDeleter>;
 // go to the host's standard error.
 void ignore_notice(void*, const char*) {}
 
-std::string trimmed(std::string text) {
-  while (!text.empty() && (text.back() == '\n' || text.back() == ' ')) text.pop_back();
-  return text;
+// libpq's own messages span lines ("server closed the connection
+// unexpectedly\n\tThis probably means ..."); a line break and the
+// indentation after it become one blank so that the log line stays whole.
+std::string one_line(const std::string& text) {
+  std::string out;
+  out.reserve(text.size());
+  for (const char c : text) {
+    if (c == '\n' || c == '\r' || c == '\t') {
+      if (!out.empty() && out.back() != ' ') out += ' ';
+    } else {
+      out += c;
+    }
+  }
+  while (!out.empty() && out.back() == ' ') out.pop_back();
+  return out;
 }
 
 void append_rows(const PGresult* result, ResultRows& rows) {
@@ -80,7 +93,7 @@ bool PGConnect::Reconnect() {
   if (conn_ == nullptr) return fail(kConnectionFailure, "out of memory while connecting");
   PQsetNoticeProcessor(conn_, ignore_notice, nullptr);
   if (PQstatus(conn_) != CONNECTION_OK) {
-    return fail(kConnectionFailure, "cannot connect: " + trimmed(PQerrorMessage(conn_)));
+    return fail(kConnectionFailure, "cannot connect: " + one_line(PQerrorMessage(conn_)));
   }
   return true;
 }
@@ -108,12 +121,12 @@ bool PGConnect::fail_with(const PGresult* result) {
   if (message.empty() && result != nullptr) message = PQresultErrorMessage(result);
   if (message.empty() && conn_ != nullptr) message = PQerrorMessage(conn_);
   // A result without SQLSTATE comes from libpq itself: the server is gone.
-  return fail(state != nullptr ? state : kConnectionFailure, trimmed(message));
+  return fail(state != nullptr ? state : kConnectionFailure, one_line(message));
 }
 
 bool PGConnect::usable() {
   if (IsOpen()) return true;
-  std::string reason = conn_ != nullptr ? trimmed(PQerrorMessage(conn_)) : "";
+  std::string reason = conn_ != nullptr ? one_line(PQerrorMessage(conn_)) : "";
   return fail(kConnectionFailure,
               "no connection to the server" + (reason.empty() ? "" : ": " + reason));
 }
@@ -124,6 +137,7 @@ bool PGConnect::in_transaction() const {
 
 bool PGConnect::exec(const std::string& sql, ResultRows* keep, bool append) {
   if (keep != nullptr && !append) keep->Clear();
+  if (refused(sql)) return false;
   if (!usable()) return false;
   Result result(PQexec(conn_, sql.c_str()));
   const ExecStatusType status = result ? PQresultStatus(result.get()) : PGRES_FATAL_ERROR;
@@ -159,6 +173,15 @@ void PGConnect::end_copy(int status) {
   }
 }
 
+// libpq sends a text up to its first NUL byte: the rest would be dropped
+// silently. The server refuses such bytes in text the same way.
+bool PGConnect::refused(const std::string& sql) {
+  const size_t nul = sql.find('\0');
+  if (nul == std::string::npos) return false;
+  fail(kNulInText, "the SQL text contains a NUL byte at offset " + std::to_string(nul));
+  return true;
+}
+
 void PGConnect::quietly(const std::string& sql) {
   const int code = last_error_code_;
   std::string error = last_error_;
@@ -177,7 +200,7 @@ bool PGConnect::SeqenceExecuteManual(const std::string& sql) { return exec(sql, 
 bool PGConnect::ExecuteQueryUDT(const std::string& sql, const int& time_out) {
   if (time_out <= 0) return ExecuteQuery(sql);
   rows_.Clear();
-  if (!usable()) return false;
+  if (refused(sql) || !usable()) return false;
   const long long ms = static_cast<long long>(time_out) * 1000;
   const std::string limit = std::to_string(ms > INT_MAX ? INT_MAX : ms);
   const bool own = !in_transaction();
@@ -195,26 +218,30 @@ bool PGConnect::ExecuteQueryUDT(const std::string& sql, const int& time_out) {
   }
   const bool ok = exec(sql, &rows_);
   if (own) {
-    if (!ok) {
-      quietly("ROLLBACK");
-      return false;
-    }
-    return command("COMMIT");
+    if (ok && command("COMMIT")) return true;
+    // A failed COMMIT (a deferred constraint) undid what the rows show.
+    if (!ok) quietly("ROLLBACK");
+    rows_.Clear();
+    return false;
   }
-  // A failed statement aborted the caller's transaction, and its rollback
-  // puts the setting back; otherwise restore it now.
-  if (ok) {
+  // A statement that failed on the server aborted the caller's transaction,
+  // and its rollback puts the setting back. While the transaction is still
+  // usable, restore it now (unless the text itself ended the transaction).
+  if (PQtransactionStatus(conn_) == PQTRANS_INTRANS) {
     const char* params[] = {previous.c_str()};
     Result r(PQexecParams(conn_, "SELECT set_config('statement_timeout', $1, true)", 1, nullptr,
                           params, nullptr, nullptr, 0));
-    if (!r || PQresultStatus(r.get()) != PGRES_TUPLES_OK) return fail_with(r.get());
+    if (ok && (!r || PQresultStatus(r.get()) != PGRES_TUPLES_OK)) {
+      rows_.Clear();
+      return fail_with(r.get());
+    }
   }
   return ok;
 }
 
 bool PGConnect::ExecuteLoop(const std::string& sql) {
   rows_.Clear();
-  if (!usable()) return false;
+  if (refused(sql) || !usable()) return false;
   const bool own = !in_transaction();
   if (own && !command("BEGIN")) return false;
   const std::string cursor = kLoopCursor;
@@ -227,8 +254,11 @@ bool PGConnect::ExecuteLoop(const std::string& sql) {
   }
   if (ok) ok = command("CLOSE " + cursor);
   if (own) {
-    if (ok) return command("COMMIT");
-    quietly("ROLLBACK");
+    if (ok) {
+      ok = command("COMMIT");
+    } else {
+      quietly("ROLLBACK");
+    }
   }
   if (!ok) rows_.Clear();
   return ok;
@@ -238,6 +268,10 @@ bool PGConnect::ExecuteSortByCollate(const std::string& sql, const std::string& 
   rows_.Clear();
   if (!usable()) return false;
   if (!collate_name.empty()) {
+    // A name with a NUL byte would be looked up by its prefix only.
+    if (collate_name.find('\0') != std::string::npos) {
+      return fail(kUndefinedObject, "collation name contains a NUL byte");
+    }
     const char* params[] = {collate_name.c_str()};
     Result r(PQexecParams(conn_, "SELECT 1 FROM pg_collation WHERE collname = $1", 1, nullptr,
                           params, nullptr, nullptr, 0));

@@ -30,6 +30,24 @@ bool any_null(int argc, sqlite3_value** argv) {
   return false;
 }
 
+// Bytes of an argument quoted in an error message: enough to recognise it,
+// short enough that a huge argument cannot flood the error and log lines.
+// A NUL byte is spelt "\0": the message is a C string and would end there.
+constexpr size_t kQuoted = 64;
+
+std::string quoted(const std::string& text) {
+  std::string out;
+  for (size_t i = 0; i < text.size() && i < kQuoted; ++i) {
+    if (text[i] == '\0') {
+      out += "\\0";
+    } else {
+      out += text[i];
+    }
+  }
+  if (text.size() > kQuoted) out += "...";
+  return out;
+}
+
 void fail(sqlite3_context* ctx, const std::string& message) {
   sqlite3_result_error(ctx, message.c_str(), -1);
 }
@@ -45,7 +63,7 @@ bool bits(sqlite3_context* ctx, const char* name, sqlite3_value* value, std::str
   out.assign(reinterpret_cast<const char*>(text), static_cast<size_t>(sqlite3_value_bytes(value)));
   for (char c : out) {
     if (c != '0' && c != '1') {
-      fail(ctx, std::string(name) + ": \"" + out + "\" is not a bit string of 0 and 1");
+      fail(ctx, std::string(name) + ": \"" + quoted(out) + "\" is not a bit string of 0 and 1");
       return false;
     }
   }

@@ -27,6 +27,25 @@ struct Compiled {
 
 void free_compiled(void* p) { delete static_cast<Compiled*>(p); }
 
+// Bytes of a pattern quoted in an error message: enough to recognise it,
+// short enough that a huge pattern cannot flood the error and log lines.
+// A NUL byte is spelt "\0": the message is a C string and would end there.
+constexpr size_t kQuotedPattern = 64;
+
+std::string quoted(const char* pattern, int length) {
+  const auto size = static_cast<size_t>(length);
+  std::string out;
+  for (size_t i = 0; i < size && i < kQuotedPattern; ++i) {
+    if (pattern[i] == '\0') {
+      out += "\\0";
+    } else {
+      out += pattern[i];
+    }
+  }
+  if (size > kQuotedPattern) out += "...";
+  return out;
+}
+
 std::unique_ptr<Compiled> compile(const char* pattern, int length, bool case_insensitive,
                                   std::string& error) {
   // '.' also matches a newline, as in the PostgreSQL operators these
@@ -37,14 +56,19 @@ std::unique_ptr<Compiled> compile(const char* pattern, int length, bool case_ins
   UErrorCode status = U_ZERO_ERROR;
   auto compiled = std::make_unique<Compiled>();
   compiled->case_insensitive = case_insensitive;
+  // The engine refuses an empty pattern; an empty group means the same
+  // (it matches everywhere, as '' does for PostgreSQL's operators).
+  if (length == 0) {
+    pattern = "(?:)";
+    length = 4;
+  }
   UText* utext = utext_openUTF8(nullptr, pattern, length, &status);
   if (U_SUCCESS(status)) compiled->regex = uregex_openUText(utext, flags, &parse_error, &status);
   utext_close(utext);
   if (U_SUCCESS(status)) uregex_setTimeLimit(compiled->regex, kTimeLimit, &status);
   if (U_SUCCESS(status)) uregex_setStackLimit(compiled->regex, kStackLimit, &status);
   if (U_FAILURE(status)) {
-    error = "regexp: invalid pattern '" + std::string(pattern, static_cast<size_t>(length)) +
-            "': " + u_errorName(status);
+    error = "regexp: invalid pattern '" + quoted(pattern, length) + "': " + u_errorName(status);
     return nullptr;
   }
   return compiled;

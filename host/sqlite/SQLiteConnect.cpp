@@ -73,6 +73,12 @@ SQLiteConnect::~SQLiteConnect() {
 bool SQLiteConnect::run(const std::string& sql, int time_out) {
   rows_.Clear();
   if (db_ == nullptr) return fail(SQLITE_CANTOPEN, "database is not open: " + open_error_);
+  // SQLite stops reading at a NUL byte and cannot get past it: the text
+  // after it would be dropped silently (or never be consumed at all).
+  const size_t nul = sql.find('\0');
+  if (nul != std::string::npos) {
+    return fail(SQLITE_ERROR, "the SQL text contains a NUL byte at offset " + std::to_string(nul));
+  }
   if (time_out <= 0) time_out = statement_time_out_;
   Deadline deadline;
   if (time_out > 0) {

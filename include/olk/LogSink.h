@@ -13,7 +13,9 @@ namespace Log {
 using Sink = std::function<void(int level, const std::string& module, const std::string& text)>;
 
 // Installs `sink`; an empty function restores the default sink. Returns the
-// sink that was installed before, so callers can put it back.
+// sink that was installed before, so callers can put it back. A sink may
+// call SetSink itself; a line it writes while it runs goes to the default
+// sink, never back into itself.
 Sink SetSink(Sink sink);
 
 // The default sink: "[module] text" on standard error for levels >= 4.

@@ -21,7 +21,8 @@ class CConnect {
   virtual bool ExecuteUpdate(const std::string& sql) = 0;
   // Runs a query and keeps its rows for the cursor.
   virtual bool ExecuteQuery(const std::string& sql) = 0;
-  // Code and text of the last failure.
+  // Code and text of the last failure. A success need not clear them, so
+  // they mean something only right after an operation returned false.
   virtual int GetLastError(std::string& error_info) = 0;
   // Cursor over the rows of the last result.
   virtual bool MoveNext() = 0;

@@ -7,6 +7,9 @@
 // - ExecuteUpdate, ExecuteQuery, ExecuteReturning, SeqenceExecute,
 //   SeqenceExecuteManual: run the text (one or more statements, as one
 //   round trip) and keep the rows of the last statement for the cursor.
+//   The server runs such a text as one implicit transaction: a failing
+//   statement undoes the ones before it (unless the text commits them
+//   itself). A text with a NUL byte is refused with SQLSTATE 22021.
 // - ExecuteQueryContainView: the same; a view in "public" needs nothing
 //   special on PostgreSQL.
 // - ExecuteQueryUDT(sql, t): runs the text with statement_timeout set to t
@@ -24,8 +27,10 @@
 //
 // GetLastError / GetLastQueryError give the last failure's SQLSTATE packed
 // into an int (ErrorCode, six bits a character, as the server packs it) and
-// the text "SQLSTATE: message". A connection that could not be made or was
-// lost reports 08006; its operations fail until Reconnect() succeeds.
+// the text "SQLSTATE: message" on one line. Both keep the last failure
+// after later successes: read them only after an operation returned false.
+// A connection that could not be made or was lost reports 08006; its
+// operations fail until Reconnect() succeeds.
 #ifndef TESSEL_PGCONNECT_H
 #define TESSEL_PGCONNECT_H
 
@@ -75,6 +80,8 @@ class PGConnect : public RowsConnect {
   bool command(const std::string& sql) { return exec(sql, nullptr); }
   // Runs a clean-up statement whose failure must not hide an earlier error.
   void quietly(const std::string& sql);
+  // True (with the failure recorded) for a text libpq would cut short.
+  bool refused(const std::string& sql);
   void end_copy(int status);
   bool usable();
   bool fail(const std::string& sqlstate, const std::string& message);

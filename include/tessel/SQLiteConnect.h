@@ -4,18 +4,21 @@
 //   vexel::QueryBuilder q(conn);
 //
 // Every execute operation runs all statements of its text in order (no
-// implicit transaction) and keeps the rows of the last statement that
-// returns columns for the cursor; a failure leaves an empty result. The
-// looped, collation, view-aware, returning and sequence forms run their text
-// the same way: SQLite reads rows one by one anyway, collations are named in
-// the text itself, views need nothing special, and the sequence statements
-// leave the value they select readable through the cursor.
+// implicit transaction: statements before a failing one stay done) and
+// keeps the rows of the last statement that returns columns for the
+// cursor; a failure leaves an empty result. A text with a NUL byte is
+// refused with SQLITE_ERROR. The looped, collation, view-aware, returning
+// and sequence forms run their text the same way: SQLite reads rows one by
+// one anyway, collations are named in the text itself, views need nothing
+// special, and the sequence statements leave the value they select
+// readable through the cursor.
 //
 // The connection registers the SQL functions that the library's SQLite
 // texts call: regexp(text, pattern, mode) and the str_bit_* functions.
 //
 // GetLastError / GetLastQueryError give SQLite's extended result code and
-// message of the last failure (kept until the next failure).
+// message of the last failure (kept until the next failure, also across
+// later successes: read them only after an operation returned false).
 #ifndef TESSEL_SQLITECONNECT_H
 #define TESSEL_SQLITECONNECT_H
 

@@ -1,6 +1,7 @@
 // Failure paths on real engines: invalid SQL, statements past their
 // time-out, and (PostgreSQL) a server that went away.
 #include <chrono>
+#include <climits>
 
 #include "Engines.h"
 #include "support/CaptureLog.h"
@@ -86,6 +87,10 @@ TEST_P(FailureTest, TimeOutStopsStatementDirectly) {
   // A statement within its time-out runs, and the limit does not outlive it.
   ASSERT_TRUE(raw_->ExecuteQueryUDT("SELECT 2 AS two", 1)) << LastError();
   EXPECT_EQ(ReadRows(*raw_, {"two"}), (Rows{{"2"}}));
+  // The largest limit neither overflows the deadline nor the server's
+  // setting (milliseconds there).
+  ASSERT_TRUE(raw_->ExecuteQueryUDT("SELECT 3 AS three", INT_MAX)) << LastError();
+  EXPECT_EQ(ReadRows(*raw_, {"three"}), (Rows{{"3"}}));
   if (pg_) {
     EXPECT_EQ(Query("SHOW statement_timeout", {"statement_timeout"}), (Rows{{"0"}}));
   }
@@ -168,6 +173,22 @@ TEST_F(PostgresConnection, TerminatedBackendFailsWithoutCrash) {
   EXPECT_FALSE(q.ExecuteQueryUDT(5));
   EXPECT_FALSE(q.ExecuteSortByCollate("C"));
   EXPECT_EQ(log.lines().size(), 4u);
+  for (const auto& line : log.lines()) {
+    EXPECT_EQ(line.text.find_first_of("\n\t"), std::string::npos) << line.text;
+  }
+  tessel::CConnect& c = *victim;
+  EXPECT_FALSE(c.ExecuteUpdate("SELECT 1"));
+  EXPECT_FALSE(c.ExecuteQuery("SELECT 1"));
+  EXPECT_FALSE(c.ExecuteQueryUDT("SELECT 1", 5));
+  EXPECT_FALSE(c.ExecuteSortByCollate("SELECT 1", "C"));
+  EXPECT_FALSE(c.ExecuteLoop("SELECT 1"));
+  EXPECT_FALSE(c.ExecuteQueryContainView("SELECT 1"));
+  EXPECT_FALSE(c.ExecuteReturning("SELECT 1"));
+  EXPECT_FALSE(c.SeqenceExecute("SELECT 1"));
+  EXPECT_FALSE(c.SeqenceExecuteManual("SELECT 1"));
+  EXPECT_EQ(c.GetFieldInt(0), 0);
+  EXPECT_FALSE(c.MoveNext());
+  EXPECT_EQ(last_error(c).find_first_of("\n\t"), std::string::npos) << last_error(c);
   EXPECT_FALSE(victim->IsOpen());
   EXPECT_TRUE(victim->IsEOF());
   EXPECT_EQ(victim->GetFieldString("one"), "");
@@ -204,6 +225,92 @@ TEST_F(PostgresConnection, TimeOutInsideOpenTransactionRestoresSetting) {
   ASSERT_TRUE(c.ExecuteUpdate("ROLLBACK"));
   ASSERT_TRUE(c.ExecuteQuery("SHOW statement_timeout"));
   EXPECT_EQ(c.GetFieldString("statement_timeout"), "0");
+}
+
+// True when the connection has no transaction open: in one, now() stays at
+// the transaction's start while each statement gets its own time stamp.
+bool idle(tessel::CConnect& c) {
+  return c.ExecuteQuery("SELECT now() = statement_timestamp() AS idle") &&
+         c.GetFieldString("idle") == "t";
+}
+
+TEST_F(PostgresConnection, FailedLoopLeavesNoTransactionOrCursor) {
+  tessel::PGConnect c(conninfo_);
+  ASSERT_TRUE(c.ExecuteUpdate("CREATE TEMP TABLE looped (a int)"));
+  const char* const failing[] = {
+      "INSERT INTO looped VALUES (1)",  // not a query: no cursor for it
+      "SELEC 1",
+      "SELECT 1; COMMIT",  // ends the loop's own transaction under it
+      "SELECT 1 / 0",      // fails at the first fetch
+  };
+  for (const char* sql : failing) {
+    SCOPED_TRACE(sql);
+    EXPECT_FALSE(c.ExecuteLoop(sql));
+    EXPECT_TRUE(c.IsEOF());
+    EXPECT_TRUE(idle(c));
+    // The cursor's name is free again, outside and inside a transaction.
+    ASSERT_TRUE(c.ExecuteLoop("SELECT 2 AS v")) << last_error(c);
+    EXPECT_EQ(c.GetFieldInt("v"), 2);
+    ASSERT_TRUE(c.ExecuteUpdate("BEGIN"));
+    ASSERT_TRUE(c.ExecuteLoop("SELECT 3 AS v")) << last_error(c);
+    ASSERT_TRUE(c.ExecuteLoop("SELECT 4 AS v")) << last_error(c);
+    EXPECT_EQ(c.GetFieldInt("v"), 4);
+    ASSERT_TRUE(c.ExecuteUpdate("COMMIT"));
+  }
+  ASSERT_TRUE(c.ExecuteQuery("SELECT count(*) AS n FROM looped"));
+  EXPECT_EQ(c.GetFieldInt("n"), 0);
+}
+
+TEST_F(PostgresConnection, TimeOutSettingRestoredOnEveryPath) {
+  tessel::PGConnect c(conninfo_);
+  ASSERT_TRUE(c.ExecuteUpdate("SET statement_timeout = '20s'"));
+  struct Case {
+    const char* sql;
+    bool ok;
+  };
+  const Case cases[] = {
+      {"SELECT 1 AS v", true},
+      {"SELEC 1", false},
+      {"SELECT pg_sleep(10)", false},  // stopped by the 1 s limit
+  };
+  auto show = [&c]() {
+    return c.ExecuteQuery("SHOW statement_timeout") ? c.GetFieldString("statement_timeout")
+                                                    : "(failed)";
+  };
+  for (const Case& t : cases) {
+    SCOPED_TRACE(t.sql);
+    // The connection's own transaction.
+    EXPECT_EQ(c.ExecuteQueryUDT(t.sql, 1), t.ok) << last_error(c);
+    EXPECT_TRUE(idle(c));
+    EXPECT_EQ(show(), "20s");
+    // The caller's transaction: a failure aborts it, as any error would.
+    ASSERT_TRUE(c.ExecuteUpdate("BEGIN; SET LOCAL statement_timeout = '7s'"));
+    EXPECT_EQ(c.ExecuteQueryUDT(t.sql, 1), t.ok) << last_error(c);
+    EXPECT_EQ(show(), t.ok ? "7s" : "(failed)");
+    ASSERT_TRUE(c.ExecuteUpdate("ROLLBACK"));
+    EXPECT_EQ(show(), "20s");
+  }
+}
+
+TEST_F(PostgresConnection, FailedCommitAfterTimeOutQueryLeavesNoRows) {
+  tessel::PGConnect c(conninfo_);
+  ASSERT_TRUE(c.ExecuteUpdate(
+      "CREATE TEMP TABLE parent (id int PRIMARY KEY); CREATE TEMP TABLE child (id int, "
+      "parent_id int REFERENCES parent DEFERRABLE INITIALLY DEFERRED)"));
+  // The statement succeeds; the deferred check fails at COMMIT.
+  EXPECT_FALSE(c.ExecuteQueryUDT("INSERT INTO child VALUES (1, 99) RETURNING id", 5));
+  EXPECT_TRUE(c.IsEOF());
+  EXPECT_EQ(c.GetFieldString("id"), "");
+  std::string info;
+  EXPECT_EQ(c.GetLastError(info), tessel::PGConnect::ErrorCode("23503")) << info;
+  EXPECT_TRUE(idle(c));
+}
+
+TEST_F(PostgresConnection, NulByteInCollationNameFails) {
+  tessel::PGConnect c(conninfo_);
+  EXPECT_FALSE(c.ExecuteSortByCollate("SELECT 1", std::string("C\0x", 3)));
+  std::string info;
+  EXPECT_EQ(c.GetLastError(info), tessel::PGConnect::ErrorCode("42704"));
 }
 
 TEST_F(PostgresConnection, CopyThroughStdioFailsAndConnectionStaysUsable) {

@@ -1,6 +1,8 @@
 // The SQL functions SQLiteConnect registers, checked against PostgreSQL's
 // own operators on the same inputs, and their behaviour on bad input.
 #include <chrono>
+#include <cstdint>
+#include <random>
 
 #include "Engines.h"
 
@@ -32,6 +34,8 @@ const std::vector<std::pair<std::string, std::string>> kRegexpCases = {
     {"a.b", "a\\.b"},
     {"axb", "a\\.b"},
     {"x", "(a|x|y)"},
+    {"abc", ""},
+    {"", ""},
 };
 
 // SQLite: regexp(text, pattern, mode) for modes 0..3.
@@ -193,6 +197,103 @@ TEST(SqliteFunctions, PatternCachedAcrossRowsFollowsMode) {
       "(SELECT 0 AS m UNION ALL SELECT 1 UNION ALL SELECT 2 UNION ALL SELECT 3 UNION ALL "
       "SELECT 0)"));
   EXPECT_EQ(lite.GetFieldString("r"), "10011");
+}
+
+TEST(SqliteFunctions, PatternFromEachRowIsCompiledForThatRow) {
+  // Only a constant pattern may be cached across rows.
+  tessel::SQLiteConnect lite(":memory:");
+  ASSERT_TRUE(lite.ExecuteQuery(
+      "SELECT group_concat(regexp('abc', p, 1), '') AS r FROM (SELECT 'a' AS p UNION ALL SELECT "
+      "'x' UNION ALL SELECT '^b' UNION ALL SELECT 'c$' UNION ALL SELECT 'x')"))
+      << error_of(lite);
+  EXPECT_EQ(lite.GetFieldString("r"), "10010");
+}
+
+TEST(SqliteFunctions, NulBytesInsideValues) {
+  tessel::SQLiteConnect lite(":memory:");
+  ASSERT_TRUE(lite.ExecuteQuery(
+      "SELECT 'a' || char(0) || 'b' AS v, regexp('a' || char(0) || 'b', '^a.b$', 1) AS m"))
+      << error_of(lite);
+  EXPECT_EQ(lite.GetFieldString("v"), std::string("a\0b", 3));
+  EXPECT_EQ(lite.GetFieldInt("m"), 1);
+  // The error names the bad byte instead of ending at it.
+  const std::pair<const char*, const char*> bad[] = {
+      {"SELECT str_bit_not('1' || char(0) || '0')", "str_bit_not: \"1\\00\" is not a bit string"},
+      {"SELECT regexp('a', '(' || char(0), 1)", "regexp: invalid pattern '(\\0'"},
+  };
+  for (const auto& [sql, message] : bad) {
+    SCOPED_TRACE(sql);
+    EXPECT_FALSE(lite.ExecuteQuery(sql));
+    EXPECT_NE(error_of(lite).find(message), std::string::npos) << error_of(lite);
+  }
+}
+
+TEST(SqliteFunctions, TenMegabyteArguments) {
+  tessel::SQLiteConnect lite(":memory:");
+  const std::string ten_mb = "printf('%.*c', 10000000, '1')";
+  ASSERT_TRUE(lite.ExecuteQuery(
+      "SELECT length(str_bit_not(" + ten_mb + ")) AS n, instr(str_bit_not(" + ten_mb +
+      "), '1') AS ones, length(str_bit_shift_left(" + ten_mb + ", 9999999)) AS l"))
+      << error_of(lite);
+  EXPECT_EQ(ReadRows(lite, {"n", "ones", "l"}), (Rows{{"10000000", "0", "10000000"}}));
+  // Errors quote a huge argument or pattern only in part.
+  const std::vector<std::string> bad = {
+      "SELECT str_bit_not(" + ten_mb + " || '2')",
+      "SELECT regexp('a', '(' || printf('%.*c', 10000000, 'a'), 1)",
+  };
+  for (const std::string& sql : bad) {
+    SCOPED_TRACE(sql);
+    EXPECT_FALSE(lite.ExecuteQuery(sql));
+    EXPECT_LT(error_of(lite).size(), 200u);
+  }
+}
+
+// The bit-string functions against a direct implementation, on random
+// strings, lengths and shift counts (the extremes of 64-bit counts included).
+std::string reference_shift(const std::string& a, long double count) {
+  std::string out(a.size(), '0');
+  const long double size = static_cast<long double>(a.size());
+  for (size_t i = 0; i < a.size(); ++i) {
+    const long double from = static_cast<long double>(i) + count;
+    if (from >= 0 && from < size) out[i] = a[static_cast<size_t>(from)];
+  }
+  return out;
+}
+
+TEST(SqliteFunctions, RandomBitStringsMatchReference) {
+  tessel::SQLiteConnect lite(":memory:");
+  std::mt19937_64 random(20261122);
+  const int64_t extremes[] = {INT64_MIN, INT64_MIN + 1, INT64_MAX, INT32_MIN, INT32_MAX, 0};
+  for (int round = 0; round < 300; ++round) {
+    const size_t length = random() % 40;
+    std::string a;
+    std::string b;
+    for (size_t i = 0; i < length; ++i) {
+      a += random() % 2 ? '1' : '0';
+      b += random() % 2 ? '1' : '0';
+    }
+    const int64_t n =
+        round % 5 == 0 ? extremes[random() % 6] : static_cast<int64_t>(random() % 50) - 25;
+    std::string and_, or_, xor_, not_;
+    for (size_t i = 0; i < length; ++i) {
+      and_ += (a[i] == '1' && b[i] == '1') ? '1' : '0';
+      or_ += (a[i] == '1' || b[i] == '1') ? '1' : '0';
+      xor_ += a[i] != b[i] ? '1' : '0';
+      not_ += a[i] == '1' ? '0' : '1';
+    }
+    const Rows expected = {{and_, or_, xor_, not_, reference_shift(a, n),
+                            reference_shift(a, -static_cast<long double>(n))}};
+    const std::string qa = "'" + a + "'";
+    const std::string qb = "'" + b + "'";
+    const std::string qn = std::to_string(n);
+    const std::string sql = "SELECT str_bit_and(" + qa + ", " + qb + ") AS a, str_bit_or(" + qa +
+                            ", " + qb + ") AS o, str_bit_xor(" + qa + ", " + qb +
+                            ") AS x, str_bit_not(" + qa + ") AS n, str_bit_shift_left(" + qa +
+                            ", " + qn + ") AS l, str_bit_shift_right(" + qa + ", " + qn + ") AS r";
+    SCOPED_TRACE(sql);
+    ASSERT_TRUE(lite.ExecuteQuery(sql)) << error_of(lite);
+    ASSERT_EQ(ReadRows(lite, {"a", "o", "x", "n", "l", "r"}), expected);
+  }
 }
 
 }  // namespace

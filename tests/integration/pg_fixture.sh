@@ -56,6 +56,9 @@ case $action in
       chown -R postgres "$dir"
     fi
     trap 'stop_server "$dir"; rm -f "$state/pg_dir"' EXIT
+    # sh skips the EXIT trap on a fatal signal (CTest's time-out, Ctrl-C):
+    # turn the signal into an exit so that a half-started server goes too.
+    trap 'exit 1' HUP INT TERM
     as_server "$bindir/initdb" -D "$dir/data" -U postgres -A trust -E UTF8 --locale=C.UTF-8 \
       >"$dir/initdb.log" 2>&1 || { cat "$dir/initdb.log"; exit 1; }
     # No TCP listener: the socket directory is private to this run.
@@ -64,7 +67,7 @@ case $action in
       start >/dev/null || { cat "$dir/server.log"; exit 1; }
     as_server "$bindir/createdb" -h "$dir/socket" -U postgres vexel_it
     echo "host=$dir/socket user=postgres dbname=vexel_it" > "$state/pg_conninfo"
-    trap - EXIT
+    trap - EXIT HUP INT TERM
     echo "PostgreSQL running in $dir"
     ;;
   stop)
