@@ -96,3 +96,22 @@ TEST(ConditionTree, TextConditions) {
 }
 
 }  // namespace
+
+namespace {
+
+// A filter loop that nests instead of chaining (`w = w.AND(x)`) must render
+// and be destroyed without running out of stack.
+TEST(ConditionTree, DeepNestingIsSafe) {
+  const int depth = 200000;
+  vexel::Ptr_CommonExpr x = cond("x");
+  vexel::Ptr_CommonExpr w = x;
+  for (int i = 0; i < depth; ++i) w = (i % 2 == 0) ? w.AND(x) : w.OR(x);
+  const std::string text = w.GetExpr(tessel::DB_POSTGRESQL);
+  // Each level adds "(", " AND x" or " OR x", and ")".
+  EXPECT_EQ(text.size(), static_cast<size_t>(depth / 2) * (8 + 7) + 1);
+  EXPECT_EQ(text.substr(text.size() - 13), " AND x) OR x)");
+  w = vexel::Ptr_CommonExpr();
+  EXPECT_EQ(x.GetExpr(tessel::DB_SQLITE), "x");
+}
+
+}  // namespace
