@@ -90,38 +90,8 @@ std::string SQLQuery::render(const SelectForm& form) const {
 
 bool SQLQuery::run(const ExecForm& form, Variant variant, const internal::Site& site, int time_out,
                    const std::string& collate_name) {
-  internal::ExecRequest request;
-  request.site = site;
-  bool semicolon = false;
-  switch (variant) {
-    case Variant::kPlain:
-      request.op = internal::ConnOp::kQuery;
-      semicolon = form.semicolon;
-      break;
-    case Variant::kContainView:
-      request.op = internal::ConnOp::kContainView;
-      semicolon = form.semicolon;
-      break;
-    case Variant::kTimeOut:
-      request.op = form.time_out_op;
-      request.failure = internal::Failure::kTimeOut;
-      request.time_out = time_out;
-      break;
-    case Variant::kCollate:
-      request.op = form.collate_op;
-      request.failure = internal::Failure::kCollate;
-      request.collate_name = collate_name;
-      break;
-    case Variant::kLoop:
-      request.op = form.loop_op;
-      request.failure = internal::Failure::kLoop;
-      break;
-  }
-  return internal::Execute(db_conn_, request, [&] {
-    std::string sql = tosql();
-    if (semicolon) sql += ";";
-    return sql;
-  });
+  return internal::ExecuteQuery(db_conn_, form, variant, site, time_out, collate_name,
+                                [this] { return tosql(); });
 }
 
 std::shared_ptr<SQLQuery> make_query(tessel::DBTYPE db,

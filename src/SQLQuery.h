@@ -27,13 +27,8 @@ class SQLQuery {
     bool fetch_paging;       // OFFSET n ROWS FETCH NEXT m ROWS ONLY
   };
   // How a dialect's execution differs.
-  struct ExecForm {
-    bool semicolon;  // ";" after the plain and view-aware forms
-    internal::ConnOp time_out_op;
-    internal::ConnOp collate_op;
-    internal::ConnOp loop_op;
-  };
-  enum class Variant { kPlain, kContainView, kTimeOut, kCollate, kLoop };
+  using ExecForm = internal::QueryRoutes;
+  using Variant = internal::QueryVariant;
 
   explicit SQLQuery(const std::shared_ptr<tessel::CConnect>& conn);
   SQLQuery(const SQLQuery&) = default;

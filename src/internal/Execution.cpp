@@ -91,5 +91,42 @@ bool Execute(const std::shared_ptr<tessel::CConnect>& conn, const ExecRequest& r
   return Run(*conn, request, render());
 }
 
+bool ExecuteQuery(const std::shared_ptr<tessel::CConnect>& conn, const QueryRoutes& routes,
+                  QueryVariant variant, const Site& site, int time_out,
+                  const std::string& collate_name, const std::function<std::string()>& render) {
+  ExecRequest request;
+  request.site = site;
+  bool semicolon = false;
+  switch (variant) {
+    case QueryVariant::kPlain:
+      request.op = ConnOp::kQuery;
+      semicolon = routes.semicolon;
+      break;
+    case QueryVariant::kContainView:
+      request.op = ConnOp::kContainView;
+      semicolon = routes.semicolon;
+      break;
+    case QueryVariant::kTimeOut:
+      request.op = routes.time_out_op;
+      request.failure = Failure::kTimeOut;
+      request.time_out = time_out;
+      break;
+    case QueryVariant::kCollate:
+      request.op = routes.collate_op;
+      request.failure = Failure::kCollate;
+      request.collate_name = collate_name;
+      break;
+    case QueryVariant::kLoop:
+      request.op = routes.loop_op;
+      request.failure = Failure::kLoop;
+      break;
+  }
+  return Execute(conn, request, [&] {
+    std::string sql = render();
+    if (semicolon) sql += ";";
+    return sql;
+  });
+}
+
 }  // namespace internal
 }  // namespace vexel

@@ -50,6 +50,33 @@ struct ExecRequest {
   bool query_error = false;
 };
 
+// Where a query's execution forms go on one dialect's connection.
+struct QueryRoutes {
+  bool semicolon;  // ";" after the plain and view-aware forms
+  ConnOp time_out_op;
+  ConnOp collate_op;
+  ConnOp loop_op;
+};
+
+// The PostgreSQL connection offers a dedicated operation for each form.
+constexpr QueryRoutes DedicatedRoutes(bool semicolon) {
+  return {semicolon, ConnOp::kQueryUDT, ConnOp::kSortByCollate, ConnOp::kLoop};
+}
+// Elsewhere every form runs as a plain query; the time-out and collation
+// are only logged.
+constexpr QueryRoutes PlainRoutes(bool semicolon) {
+  return {semicolon, ConnOp::kQuery, ConnOp::kQuery, ConnOp::kQuery};
+}
+
+enum class QueryVariant { kPlain, kContainView, kTimeOut, kCollate, kLoop };
+
+// Runs a query statement in one of its execution forms: the connection
+// operation, the ";" and the failure line follow from `routes` and
+// `variant`; `site` names the reporting operation.
+bool ExecuteQuery(const std::shared_ptr<tessel::CConnect>& conn, const QueryRoutes& routes,
+                  QueryVariant variant, const Site& site, int time_out,
+                  const std::string& collate_name, const std::function<std::string()>& render);
+
 // Logs "db_conn_ is nullptr" and returns false when `conn` is empty (without
 // rendering); otherwise renders and runs the statement.
 bool Execute(const std::shared_ptr<tessel::CConnect>& conn, const ExecRequest& request,

@@ -4,8 +4,7 @@ namespace vexel {
 namespace {
 
 constexpr SQLQuery::SelectForm kSelect{true, false, false};
-constexpr SQLQuery::ExecForm kExec{true, internal::ConnOp::kQueryUDT,
-                                   internal::ConnOp::kSortByCollate, internal::ConnOp::kLoop};
+constexpr SQLQuery::ExecForm kExec = internal::DedicatedRoutes(true);
 
 }  // namespace
 

@@ -4,8 +4,7 @@ namespace vexel {
 namespace {
 
 constexpr SQLQuery::SelectForm kSelect{true, false, false};
-constexpr SQLQuery::ExecForm kExec{true, internal::ConnOp::kQuery, internal::ConnOp::kQuery,
-                                   internal::ConnOp::kQuery};
+constexpr SQLQuery::ExecForm kExec = internal::PlainRoutes(true);
 
 }  // namespace
 

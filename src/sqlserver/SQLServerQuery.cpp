@@ -4,8 +4,7 @@ namespace vexel {
 namespace {
 
 constexpr SQLQuery::SelectForm kSelect{false, true, true};
-constexpr SQLQuery::ExecForm kExec{false, internal::ConnOp::kQuery, internal::ConnOp::kQuery,
-                                   internal::ConnOp::kQuery};
+constexpr SQLQuery::ExecForm kExec = internal::PlainRoutes(false);
 
 }  // namespace
 
