@@ -16,6 +16,7 @@
 #include "vexel/SQLExpr.h"
 #include "vexel/SQLValue.h"
 #include "vexel/TimeExpr.h"
+#include "vexel/WithBuilder.h"
 #include "vexel/aggr_func.h"
 #include "vexel/array_col.h"
 #include "vexel/col.h"

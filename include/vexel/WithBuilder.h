@@ -1,0 +1,63 @@
+// Statements with common table expressions: named sub-statements, an
+// optional RECURSIVE mark and one main statement.
+//
+//   vexel::WithBuilder w(conn);
+//   w.AS("big", big_orders).WithDo(q);  // "WITH big AS (...) SELECT ..."
+//   w.Execute();
+//
+// Every sub-statement is rendered when it is given. The three dialects
+// render the same text and differ only in how they execute it.
+#ifndef VEXEL_WITHBUILDER_H
+#define VEXEL_WITHBUILDER_H
+
+#include <memory>
+#include <string>
+
+#include "tessel/CConnect.h"
+#include "vexel/export.h"
+
+namespace vexel {
+
+class QueryBuilder;
+class SQLWith;
+
+class VEXEL_API WithBuilder {
+ public:
+  // An empty connection is not logged: the builder silently takes dialect 2.
+  explicit WithBuilder(const std::shared_ptr<tessel::CConnect>& conn);
+  WithBuilder(const WithBuilder& other);
+  // Takes over the other's statement; the other is left without one.
+  WithBuilder(WithBuilder&& other) noexcept;
+  // Value semantics: the assigned builder gets its own copy of the
+  // statement (unlike QueryBuilder, whose assignment shares it).
+  WithBuilder& operator=(const WithBuilder& other);
+  WithBuilder& operator=(WithBuilder&& other) noexcept;
+  ~WithBuilder();
+
+  void Reset();
+  std::string tosql() const;
+  tessel::DBTYPE db_type() const { return db_type_; }
+  // The implementation, null after a move.
+  SQLWith* GetImpl() const { return ptr_builder_.get(); }
+
+  // Appends (name, the builder's text); a repeated name is a further entry.
+  WithBuilder& AS(const std::string& name, const QueryBuilder& statement);
+  WithBuilder& RECURSIVE();
+  // The main statement; a later one replaces an earlier one.
+  WithBuilder& WithDo(const std::string& sql);
+  WithBuilder& WithDo(const QueryBuilder& statement);
+
+  bool Execute();
+  bool ExecuteQueryUDT(const int& time_out);
+  bool ExecuteSortByCollate(const std::string& collate_name);
+  bool ExecuteLoop();
+
+ private:
+  std::shared_ptr<SQLWith> ptr_builder_;
+  std::shared_ptr<tessel::CConnect> db_conn_;
+  tessel::DBTYPE db_type_ = tessel::DB_POSTGRESQL;
+};
+
+}  // namespace vexel
+
+#endif  // VEXEL_WITHBUILDER_H

@@ -1,0 +1,89 @@
+#include "vexel/WithBuilder.h"
+
+#include "SQLWith.h"
+#include "vexel/QueryBuilder.h"
+
+// A builder without an implementation (after a move, or when allocation
+// failed) answers every call silently with an empty text or false: hosts do
+// not expect a log line from this facade.
+
+namespace vexel {
+
+WithBuilder::WithBuilder(const std::shared_ptr<tessel::CConnect>& conn)
+    : db_conn_(conn), db_type_(conn ? conn->GetDBType() : tessel::DB_POSTGRESQL) {
+  ptr_builder_ = make_with(db_type_, db_conn_);
+}
+
+WithBuilder::WithBuilder(const WithBuilder& other) : db_type_(other.db_type_) {
+  if (other.ptr_builder_) {
+    ptr_builder_ = copy_with(db_type_, *other.ptr_builder_);
+  } else {
+    db_type_ = tessel::DB_POSTGRESQL;
+    ptr_builder_ = make_with(db_type_, nullptr);
+  }
+}
+
+WithBuilder::WithBuilder(WithBuilder&& other) noexcept
+    : ptr_builder_(std::move(other.ptr_builder_)), db_type_(other.db_type_) {}
+
+WithBuilder& WithBuilder::operator=(const WithBuilder& other) {
+  if (this == &other) return *this;
+  WithBuilder copy(other);
+  ptr_builder_ = std::move(copy.ptr_builder_);
+  db_conn_ = other.db_conn_;
+  db_type_ = copy.db_type_;
+  return *this;
+}
+
+WithBuilder& WithBuilder::operator=(WithBuilder&& other) noexcept {
+  if (this == &other) return *this;
+  ptr_builder_ = std::move(other.ptr_builder_);
+  db_conn_ = std::move(other.db_conn_);
+  db_type_ = other.db_type_;
+  return *this;
+}
+
+WithBuilder::~WithBuilder() = default;
+
+void WithBuilder::Reset() {
+  ptr_builder_.reset();
+  db_type_ = db_conn_ ? db_conn_->GetDBType() : tessel::DB_POSTGRESQL;
+  ptr_builder_ = make_with(db_type_, db_conn_);
+}
+
+std::string WithBuilder::tosql() const {
+  return ptr_builder_ ? ptr_builder_->tosql() : std::string();
+}
+
+WithBuilder& WithBuilder::AS(const std::string& name, const QueryBuilder& statement) {
+  if (ptr_builder_) ptr_builder_->AS(name, statement.tosql());
+  return *this;
+}
+
+WithBuilder& WithBuilder::RECURSIVE() {
+  if (ptr_builder_) ptr_builder_->RECURSIVE();
+  return *this;
+}
+
+WithBuilder& WithBuilder::WithDo(const std::string& sql) {
+  if (ptr_builder_) ptr_builder_->WithDo(sql);
+  return *this;
+}
+
+WithBuilder& WithBuilder::WithDo(const QueryBuilder& statement) {
+  return WithDo(statement.tosql());
+}
+
+bool WithBuilder::Execute() { return ptr_builder_ && ptr_builder_->Execute(); }
+
+bool WithBuilder::ExecuteQueryUDT(const int& time_out) {
+  return ptr_builder_ && ptr_builder_->ExecuteQueryUDT(time_out);
+}
+
+bool WithBuilder::ExecuteSortByCollate(const std::string& collate_name) {
+  return ptr_builder_ && ptr_builder_->ExecuteSortByCollate(collate_name);
+}
+
+bool WithBuilder::ExecuteLoop() { return ptr_builder_ && ptr_builder_->ExecuteLoop(); }
+
+}  // namespace vexel

@@ -1,0 +1,20 @@
+#include "postgres/PGWith.h"
+
+namespace vexel {
+namespace {
+
+// No ";" is appended to a WITH statement in any dialect.
+constexpr internal::QueryRoutes kRoutes = internal::DedicatedRoutes(false);
+
+}  // namespace
+
+bool PGWith::Execute() { return run(kRoutes, internal::QueryVariant::kPlain, VEXEL_SITE); }
+bool PGWith::ExecuteQueryUDT(const int& time_out) {
+  return run(kRoutes, internal::QueryVariant::kTimeOut, VEXEL_SITE, time_out);
+}
+bool PGWith::ExecuteSortByCollate(const std::string& collate_name) {
+  return run(kRoutes, internal::QueryVariant::kCollate, VEXEL_SITE, 0, collate_name);
+}
+bool PGWith::ExecuteLoop() { return run(kRoutes, internal::QueryVariant::kLoop, VEXEL_SITE); }
+
+}  // namespace vexel
