@@ -1,0 +1,83 @@
+// Implementation base of InsertBuilder: the statement's parts (columns and
+// values rendered at tosql time, expressions when given) and the two
+// renderers: the INSERT ... ON CONFLICT form of PostgreSQL and SQLite, and
+// SQL Server's INSERT ... OUTPUT / MERGE form.
+#ifndef VEXEL_SQLINSERT_H
+#define VEXEL_SQLINSERT_H
+
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "internal/Execution.h"
+#include "tessel/CConnect.h"
+#include "vexel/SQLValue.h"
+#include "vexel/col.h"
+
+namespace vexel {
+
+class SQLInsert {
+ public:
+  explicit SQLInsert(const std::shared_ptr<tessel::CConnect>& conn);
+  SQLInsert(const SQLInsert&) = default;
+  SQLInsert& operator=(const SQLInsert&) = delete;
+
+  virtual std::string tosql() const = 0;
+  virtual bool Execute() = 0;
+  virtual bool ExecuteQuery() = 0;
+  virtual bool ExecuteReturning() = 0;
+
+  tessel::DBTYPE db_type() const { return db_type_; }
+
+  // Where an execution goes on the connection.
+  struct RunForm {
+    internal::ConnOp op;
+    bool query_error;   // the main statement's error comes from GetLastQueryError
+    bool read_exclude;  // then run "SELECT " + exclude_ + ";"
+  };
+
+  void INSERT_INTO(const std::string& table_name) { table_name_ = table_name; }
+  void COLUMNS(const std::vector<col>& cols) { columns_ = cols; }
+  void VALUES(const std::vector<SQLValue>& row) { values_.push_back(row); }
+  void SET(const col& c, const std::string& value_text) { set_values_[c] = value_text; }
+  void ON_CONFLICT(const std::vector<col>& cols) { conflict_columns_ = cols; }
+  void EXCLUDE(const std::string& text) { exclude_ = text; }
+  void WHERE(const std::string& text) { where_ = text; }
+  // No brackets and no check that a condition was set: callers rely on it.
+  void AND(const std::string& text) { where_ += " AND " + text; }
+  void OR(const std::string& text) { where_ += " OR " + text; }
+  void RETURNING(const std::vector<col>& cols) { returning_columns_ = cols; }
+
+ protected:
+  ~SQLInsert() = default;
+
+  // The statement to run, or false (after a log line under `site`) when
+  // the clauses make no statement.
+  virtual bool render(std::string& sql, const internal::Site& site) const;
+
+  std::string upsert_text() const;
+  bool sqlserver_text(std::string& sql, const internal::Site& site) const;
+  bool run(const RunForm& form, const internal::Site& site);
+
+ private:
+  std::vector<std::vector<SQLValue>> values_;
+  std::vector<col> columns_;
+  std::string table_name_;
+  std::vector<col> conflict_columns_;
+  std::vector<col> returning_columns_;
+  std::map<col, std::string> set_values_;
+  std::string exclude_;
+  tessel::DBTYPE db_type_ = tessel::DB_POSTGRESQL;
+  std::string where_;
+  std::shared_ptr<tessel::CConnect> db_conn_;
+};
+
+// SQLiteInsert for 1, SQLServerInsert for 3, PGInsert for every other code.
+std::shared_ptr<SQLInsert> make_insert(tessel::DBTYPE db,
+                                       const std::shared_ptr<tessel::CConnect>& conn);
+std::shared_ptr<SQLInsert> copy_insert(tessel::DBTYPE db, const SQLInsert& other);
+
+}  // namespace vexel
+
+#endif  // VEXEL_SQLINSERT_H
