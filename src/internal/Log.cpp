@@ -32,6 +32,9 @@ std::string qualified_name(const char* pretty_function) {
     if (ch == ' ' && depth == 0) break;
     --begin;
   }
+  // Clang writes "vexel::B &vexel::B::SET(...)": the "&" or "*" of a
+  // reference or pointer return type sticks to the name.
+  while (begin < end && (text[begin] == '&' || text[begin] == '*')) ++begin;
   return text.substr(begin, end - begin);
 }
 

@@ -12,6 +12,10 @@ TEST(LogName, QualifiedNameFromSignatures) {
     const char* want;
   } cases[] = {
       {"bool vexel::QueryBuilder::Execute()", "vexel::QueryBuilder::Execute"},
+      // Clang keeps the "&" of a reference return type against the name.
+      {"vexel::UpdateBuilder &vexel::UpdateBuilder::SET(const vexel::col &)",
+       "vexel::UpdateBuilder::SET"},
+      {"vexel::SQLUpdate *vexel::UpdateBuilder::impl() const", "vexel::UpdateBuilder::impl"},
       {"vexel::QueryBuilder::QueryBuilder(const std::shared_ptr<tessel::CConnect>&)",
        "vexel::QueryBuilder::QueryBuilder"},
       {"std::string vexel::QueryBuilder::tosql() const", "vexel::QueryBuilder::tosql"},

@@ -1,0 +1,88 @@
+#include "vexel/DeleteBuilder.h"
+
+#include "SQLDelete.h"
+#include "internal/Log.h"
+#include "vexel/CommonExpr.h"
+
+// The implementation of the calling operation, or null after the
+// "ptr_builder_ is nullptr" line under the caller's name.
+#define VEXEL_IMPL() impl(VEXEL_PRETTY_FUNCTION, __FILE__, __LINE__)
+
+namespace vexel {
+
+DeleteBuilder::DeleteBuilder(const std::shared_ptr<tessel::CConnect>& conn) : db_conn_(conn) {
+  if (db_conn_) {
+    db_type_ = db_conn_->GetDBType();
+  } else {
+    VEXEL_LOG(6, "[%s]db_conn is nullptr.[%s(%d)]");
+  }
+  ptr_builder_ = make_delete(db_type_, db_conn_);
+}
+
+// A copy is independent: its own implementation with the clauses and the
+// implementation's connection.
+DeleteBuilder::DeleteBuilder(const DeleteBuilder& other)
+    : db_type_(other.db_type_), returning_(other.returning_) {
+  if (other.ptr_builder_) {
+    ptr_builder_ = copy_delete(db_type_, *other.ptr_builder_);
+  } else {
+    db_type_ = tessel::DB_POSTGRESQL;
+    ptr_builder_ = make_delete(db_type_, nullptr);
+  }
+}
+
+DeleteBuilder::~DeleteBuilder() = default;
+
+SQLDelete* DeleteBuilder::impl(const char* function, const char* file, int line) const {
+  if (!ptr_builder_) {
+    VEXEL_LOG_AT((internal::Site{function, file, line}), 5, "[%s]ptr_builder_ is nullptr.[%s(%d)]");
+  }
+  return ptr_builder_.get();
+}
+
+std::string DeleteBuilder::tosql() const {
+  const SQLDelete* b = VEXEL_IMPL();
+  return b != nullptr ? b->tosql() : std::string();
+}
+
+DeleteBuilder& DeleteBuilder::DELETE_FROM(const tab& t) {
+  if (SQLDelete* b = VEXEL_IMPL()) {
+    tab copy(t);
+    copy.set_db_type(db_type_);
+    b->DELETE_FROM(copy.table_name());
+  }
+  return *this;
+}
+
+DeleteBuilder& DeleteBuilder::WHERE(const CommonExpr& condition) {
+  if (SQLDelete* b = VEXEL_IMPL()) b->WHERE(condition.GetExpr(db_type_));
+  return *this;
+}
+
+DeleteBuilder& DeleteBuilder::AND(const CommonExpr& condition) {
+  if (SQLDelete* b = VEXEL_IMPL()) b->AND(condition.GetExpr(db_type_));
+  return *this;
+}
+
+DeleteBuilder& DeleteBuilder::OR(const CommonExpr& condition) {
+  if (SQLDelete* b = VEXEL_IMPL()) b->OR(condition.GetExpr(db_type_));
+  return *this;
+}
+
+DeleteBuilder& DeleteBuilder::RETURNING(const std::vector<col>& cols) {
+  if (SQLDelete* b = VEXEL_IMPL()) {
+    std::vector<col> copies(cols);
+    for (col& c : copies) c.set_db_type(db_type_);
+    b->RETURNING(copies);
+    returning_ = true;
+  }
+  return *this;
+}
+
+bool DeleteBuilder::Execute() {
+  SQLDelete* b = VEXEL_IMPL();
+  if (b == nullptr) return false;
+  return returning_ ? b->ExecuteReturning() : b->Execute();
+}
+
+}  // namespace vexel

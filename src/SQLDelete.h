@@ -1,0 +1,67 @@
+// Implementation base of DeleteBuilder: the target table, the condition and
+// the returned columns as rendered text, and the one renderer of the three
+// dialect forms.
+#ifndef VEXEL_SQLDELETE_H
+#define VEXEL_SQLDELETE_H
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "internal/Execution.h"
+#include "tessel/CConnect.h"
+#include "vexel/col.h"
+
+namespace vexel {
+
+class SQLDelete {
+ public:
+  explicit SQLDelete(const std::shared_ptr<tessel::CConnect>& conn);
+  SQLDelete(const SQLDelete&) = default;
+  SQLDelete& operator=(const SQLDelete&) = delete;
+
+  virtual std::string tosql() const = 0;
+  virtual bool Execute() = 0;
+  virtual bool ExecuteQuery() = 0;
+  virtual bool ExecuteReturning() = 0;
+
+  tessel::DBTYPE db_type() const { return db_type_; }
+
+  void DELETE_FROM(const std::string& table_name) { table_name_ = table_name; }
+  void WHERE(const std::string& text) { where_ = text; }
+  // No brackets and no check that a condition was set: callers rely on it.
+  void AND(const std::string& text) { where_ += " AND " + text; }
+  void OR(const std::string& text) { where_ += " OR " + text; }
+  void RETURNING(const std::vector<col>& cols) {
+    returning_columns_.insert(returning_columns_.end(), cols.begin(), cols.end());
+  }
+
+  // How one dialect writes the statement.
+  struct Form {
+    bool drop_schema;        // the table name loses everything up to its first "."
+    const char* output_ref;  // non-null: " OUTPUT " + ref + name before WHERE
+    bool semicolon;          // ";" after the text in Execute and ExecuteQuery
+  };
+
+ protected:
+  ~SQLDelete() = default;
+
+  std::string render(const Form& form) const;
+  bool run(const Form& form, internal::ConnOp op, const internal::Site& site);
+
+ private:
+  std::string table_name_;
+  std::vector<col> returning_columns_;
+  std::string where_;
+  tessel::DBTYPE db_type_ = tessel::DB_POSTGRESQL;
+  std::shared_ptr<tessel::CConnect> db_conn_;
+};
+
+// SQLiteDelete for 1, SQLServerDelete for 3, PGDelete for every other code.
+std::shared_ptr<SQLDelete> make_delete(tessel::DBTYPE db,
+                                       const std::shared_ptr<tessel::CConnect>& conn);
+std::shared_ptr<SQLDelete> copy_delete(tessel::DBTYPE db, const SQLDelete& other);
+
+}  // namespace vexel
+
+#endif  // VEXEL_SQLDELETE_H

@@ -1,0 +1,217 @@
+#include "SQLUpdate.h"
+
+#include "internal/Text.h"
+#include "postgres/PGUpdate.h"
+#include "sqlite/SQLiteUpdate.h"
+#include "sqlserver/SQLServerUpdate.h"
+#include "vexel/SQLExpr.h"
+
+namespace vexel {
+namespace {
+
+// Removes a trailing `tail` when present.
+void drop_tail(std::string& text, const std::string& tail) {
+  if (text.size() >= tail.size() &&
+      text.compare(text.size() - tail.size(), tail.size(), tail) == 0) {
+    text.resize(text.size() - tail.size());
+  }
+}
+
+std::string value_text(const std::vector<SQLValue>& row, std::size_t at) {
+  // A row shorter than the columns renders nothing for the missing place.
+  return at < row.size() ? SQLExpr(row[at]).ToExpr() : std::string();
+}
+
+}  // namespace
+
+SQLUpdate::SQLUpdate(const std::shared_ptr<tessel::CConnect>& conn) : db_conn_(conn) {
+  if (db_conn_) db_type_ = db_conn_->GetDBType();
+}
+
+void SQLUpdate::BATCH_VALUES(const std::vector<col>& cols,
+                             const std::vector<std::vector<SQLValue>>& rows) {
+  if (rows.empty()) {
+    VEXEL_LOG(5, "[%s]tmp_values is empty.[%s(%d)]");
+    return;
+  }
+  if (cols.empty()) {
+    VEXEL_LOG(5, "[%s]tmp_cols is empty.[%s(%d)]");
+    return;
+  }
+  // Only the first row is checked; hosts build the rows from one source.
+  if (cols.size() != rows.front().size()) {
+    VEXEL_LOG(5, "[%s]tmp_cols.size() is not equal to tmp_values[0].size().[%s(%d)]");
+    return;
+  }
+  append(tmp_cols, cols);
+  tmp_values = rows;
+}
+
+std::string SQLUpdate::union_piece(const Form& form) const {
+  std::string sets;
+  for (const auto& pair : union_sets_) {
+    if (!sets.empty()) sets += ",";
+    sets += pair.first + "=" + pair.second;
+  }
+  std::string tables;
+  for (const std::string& t : union_tables_) {
+    if (!tables.empty()) tables += ",";
+    tables += t;
+  }
+  std::string conditions;
+  for (std::size_t i = 0; i < union_conditions_.size(); ++i) {
+    if (i > 0) conditions += form.union_joiner;
+    conditions += union_conditions_[i].first + "=" + union_conditions_[i].second;
+  }
+  return sets + " FROM " + tables + " WHERE " + conditions + ", ";
+}
+
+std::string SQLUpdate::join_values_piece() const {
+  std::string sets;
+  for (const col& c : batch_sets_) {
+    if (!sets.empty()) sets += ",";
+    sets += c.col_name() + "=tmp." + c.col_name();
+  }
+  // Rows are written "(1, 'a') , (2, 'b') ) ": the blanks are part of the
+  // text hosts compare.
+  std::string values;
+  if (!tmp_values.empty()) {
+    values = "(VALUES ";
+    for (const auto& row : tmp_values) {
+      std::string one = "(";
+      for (const SQLValue& v : row) one += SQLExpr(v).ToExpr() + ", ";
+      drop_tail(one, ", ");
+      values += one + ") " + ", ";
+    }
+    drop_tail(values, ", ");
+    values += ") ";
+  }
+  std::string alias = "tmp(";
+  for (std::size_t i = 0; i < tmp_cols.size(); ++i) {
+    if (i > 0) alias += ",";
+    alias += tmp_cols[i].col_name();
+  }
+  alias += ")";
+  std::string condition;
+  for (std::size_t i = 0; i < batch_conditions_.size(); ++i) {
+    if (i > 0) condition += " AND ";
+    const std::string name = batch_conditions_[i].col_name();
+    condition += table_name_ + "." + name + "=tmp." + name;
+  }
+  return sets + " FROM " + values + " AS " + alias + " WHERE " + condition + ", ";
+}
+
+std::string SQLUpdate::case_piece() const {
+  // Unknown names fall back to the first position, as the rows dictate.
+  std::map<std::string, std::size_t> position;
+  for (std::size_t i = 0; i < tmp_cols.size(); ++i) position[tmp_cols[i].col_name()] = i;
+  auto at = [&position](const col& c) {
+    const auto it = position.find(c.col_name());
+    return it != position.end() ? it->second : std::size_t{0};
+  };
+  std::vector<std::string> branches(batch_sets_.size());
+  std::vector<std::string> row_conditions;
+  for (const auto& row : tmp_values) {
+    std::string condition;
+    for (std::size_t k = 0; k < batch_conditions_.size(); ++k) {
+      if (k > 0) condition += " AND ";
+      condition +=
+          batch_conditions_[k].col_name() + "=" + value_text(row, at(batch_conditions_[k]));
+    }
+    row_conditions.push_back(condition);
+    for (std::size_t s = 0; s < batch_sets_.size(); ++s) {
+      branches[s] += " WHEN " + condition + " THEN " + value_text(row, at(batch_sets_[s]));
+    }
+  }
+  // " CASE " then " WHEN " and " END " then " WHERE " double the blanks;
+  // hosts compare the text as it stands.
+  std::string cases;
+  for (std::size_t s = 0; s < batch_sets_.size(); ++s) {
+    if (s > 0) cases += ",";
+    cases += batch_sets_[s].col_name() + "=" + " CASE " + branches[s] + " END ";
+  }
+  std::string filter;
+  if (batch_conditions_.size() == 1) {
+    const col& key = batch_conditions_.front();
+    filter = key.col_name() + " IN (";
+    for (std::size_t r = 0; r < tmp_values.size(); ++r) {
+      if (r > 0) filter += ",";
+      filter += value_text(tmp_values[r], at(key));
+    }
+    filter += ")";
+  } else {
+    for (std::size_t r = 0; r < row_conditions.size(); ++r) {
+      if (r > 0) filter += " OR ";
+      filter += "(" + row_conditions[r] + ")";
+    }
+  }
+  return cases + " WHERE " + filter + ", ";
+}
+
+std::string SQLUpdate::render(const Form& form) const {
+  if (!vacuum_tables_.empty()) {
+    if (form.vacuum == Vacuum::kEmpty) return std::string();
+    if (form.vacuum == Vacuum::kStatements) {
+      std::string sql;
+      for (const std::string& t : vacuum_tables_) sql += "VACUUM " + t + ";";
+      return sql;
+    }
+  }
+  // "UPDATE t" + the column name with no blank: the short form hosts use.
+  if (form.column_form && !update_column_.empty()) return "UPDATE " + table_name_ + update_column_;
+
+  std::string sql = "UPDATE " + table_name_ + " SET ";
+  for (const auto& entry : set_values_) sql += entry.first + " = " + entry.second + ", ";
+  if (form.batch != Batch::kIgnored) {
+    if (!union_sets_.empty()) sql += union_piece(form);
+    if (!batch_sets_.empty()) {
+      sql += form.batch == Batch::kJoinValues ? join_values_piece() : case_piece();
+    }
+  }
+  // Drops the last ", ", or "T " of " SET " when nothing was assigned: the
+  // database then reports the empty assignment.
+  sql.resize(sql.size() - 2);
+
+  std::string returned;
+  for (std::size_t i = 0; i < returning_columns_.size(); ++i) {
+    if (i > 0) returned += ",";
+    returned +=
+        (form.output_ref != nullptr ? form.output_ref : "") + returning_columns_[i].col_name();
+  }
+  if (form.output_ref != nullptr && !returned.empty()) sql += " OUTPUT " + returned;
+  if (!where_.empty()) sql += " WHERE " + where_;
+  if (form.output_ref == nullptr && !returned.empty()) sql += " RETURNING " + returned;
+  return sql;
+}
+
+bool SQLUpdate::run(const Form& form, internal::ConnOp op, const internal::Site& site) {
+  internal::ExecRequest request;
+  request.site = site;
+  request.op = op;
+  return internal::Execute(db_conn_, request, [&] { return render(form); });
+}
+
+std::shared_ptr<SQLUpdate> make_update(tessel::DBTYPE db,
+                                       const std::shared_ptr<tessel::CConnect>& conn) {
+  switch (db) {
+    case tessel::DB_SQLITE:
+      return internal::make_nothrow<SQLiteUpdate>(conn);
+    case tessel::DB_SQLSERVER:
+      return internal::make_nothrow<SQLServerUpdate>(conn);
+    default:
+      return internal::make_nothrow<PGUpdate>(conn);
+  }
+}
+
+std::shared_ptr<SQLUpdate> copy_update(tessel::DBTYPE db, const SQLUpdate& other) {
+  switch (db) {
+    case tessel::DB_SQLITE:
+      return internal::make_nothrow<SQLiteUpdate>(other);
+    case tessel::DB_SQLSERVER:
+      return internal::make_nothrow<SQLServerUpdate>(other);
+    default:
+      return internal::make_nothrow<PGUpdate>(other);
+  }
+}
+
+}  // namespace vexel

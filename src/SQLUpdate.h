@@ -1,0 +1,109 @@
+// Implementation base of UpdateBuilder: assignments keyed by column name,
+// the condition, returned columns, VACUUM tables, and the multi-table and
+// batch pieces, with the one renderer of the three dialect forms.
+#ifndef VEXEL_SQLUPDATE_H
+#define VEXEL_SQLUPDATE_H
+
+#include <map>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "internal/Execution.h"
+#include "tessel/CConnect.h"
+#include "vexel/SQLValue.h"
+#include "vexel/col.h"
+
+namespace vexel {
+
+class SQLUpdate {
+ public:
+  explicit SQLUpdate(const std::shared_ptr<tessel::CConnect>& conn);
+  SQLUpdate(const SQLUpdate&) = default;
+  SQLUpdate& operator=(const SQLUpdate&) = delete;
+
+  virtual std::string tosql() const = 0;
+  virtual bool Execute() = 0;
+  virtual bool ExecuteQuery() = 0;
+  virtual bool ExecuteReturning() = 0;
+
+  tessel::DBTYPE db_type() const { return db_type_; }
+
+  void UPDATE(const std::string& table_name) { table_name_ = table_name; }
+  void UPDATE_COLUMN(const std::string& name) { update_column_ = name; }
+  // Keyed by name: a later SET of a column replaces it, and the list
+  // renders in name order.
+  void SET(const std::string& name, const std::string& value) { set_values_[name] = value; }
+  void WHERE(const std::string& text) { where_ = text; }
+  // No brackets and no check that a condition was set: callers rely on it.
+  void AND(const std::string& text) { where_ += " AND " + text; }
+  void OR(const std::string& text) { where_ += " OR " + text; }
+  void RETURNING(const std::vector<col>& cols) { append(returning_columns_, cols); }
+  void VACUUM(const std::vector<std::string>& tables) { append(vacuum_tables_, tables); }
+
+  void UNION_SET(const std::string& target, const std::string& source) {
+    union_sets_.emplace_back(target, source);
+  }
+  void UNION_FROM(const std::vector<std::string>& tables) { append(union_tables_, tables); }
+  void UNION_CONDITION(const std::string& left, const std::string& right) {
+    union_conditions_.emplace_back(left, right);
+  }
+  void BATCH_SET(const std::vector<col>& cols) { append(batch_sets_, cols); }
+  void BATCH_CONDITION(const std::vector<col>& cols) { append(batch_conditions_, cols); }
+  // Adds the columns and replaces the rows; logs and keeps everything when
+  // the rows are empty or do not fit the columns.
+  void BATCH_VALUES(const std::vector<col>& cols, const std::vector<std::vector<SQLValue>>& rows);
+
+  enum class Vacuum { kStatements, kEmpty, kIgnored };
+  enum class Batch { kJoinValues, kCase, kIgnored };
+
+  // How one dialect writes the statement.
+  struct Form {
+    Vacuum vacuum;
+    bool column_form;          // UPDATE(col) makes the whole statement
+    Batch batch;               // also decides whether the multi-table piece renders
+    const char* union_joiner;  // between multi-table conditions
+    const char* output_ref;    // non-null: " OUTPUT " + ref + name before WHERE
+  };
+
+ protected:
+  ~SQLUpdate() = default;
+
+  std::string render(const Form& form) const;
+  bool run(const Form& form, internal::ConnOp op, const internal::Site& site);
+
+ private:
+  template <typename T>
+  static void append(std::vector<T>& to, const std::vector<T>& from) {
+    to.insert(to.end(), from.begin(), from.end());
+  }
+  std::string union_piece(const Form& form) const;
+  std::string join_values_piece() const;
+  std::string case_piece() const;
+
+  std::string table_name_;
+  std::vector<col> returning_columns_;
+  std::map<std::string, std::string> set_values_;
+  std::string where_;
+  std::string update_column_;
+  std::vector<std::string> vacuum_tables_;
+  std::vector<std::pair<std::string, std::string>> union_sets_;
+  std::vector<std::pair<std::string, std::string>> union_conditions_;
+  std::vector<std::string> union_tables_;
+  std::vector<col> batch_conditions_;
+  std::vector<col> batch_sets_;
+  std::vector<col> tmp_cols;
+  std::vector<std::vector<SQLValue>> tmp_values;
+  tessel::DBTYPE db_type_ = tessel::DB_POSTGRESQL;
+  std::shared_ptr<tessel::CConnect> db_conn_;
+};
+
+// SQLiteUpdate for 1, SQLServerUpdate for 3, PGUpdate for every other code.
+std::shared_ptr<SQLUpdate> make_update(tessel::DBTYPE db,
+                                       const std::shared_ptr<tessel::CConnect>& conn);
+std::shared_ptr<SQLUpdate> copy_update(tessel::DBTYPE db, const SQLUpdate& other);
+
+}  // namespace vexel
+
+#endif  // VEXEL_SQLUPDATE_H

@@ -1,0 +1,207 @@
+#include "vexel/UpdateBuilder.h"
+
+#include "SQLUpdate.h"
+#include "internal/Log.h"
+#include "vexel/ArrayExpr.h"
+#include "vexel/QueryBuilder.h"
+#include "vexel/SQLExpr.h"
+
+// The implementation of the calling operation, or null after the
+// "ptr_builder_ is nullptr" line under the caller's name.
+#define VEXEL_IMPL() impl(VEXEL_PRETTY_FUNCTION, __FILE__, __LINE__)
+
+namespace vexel {
+
+UpdateBuilder::UpdateBuilder(const std::shared_ptr<tessel::CConnect>& conn) : db_conn_(conn) {
+  if (db_conn_) db_type_ = db_conn_->GetDBType();
+  ptr_builder_ = make_update(db_type_, db_conn_);
+}
+
+// A copy is independent: its own implementation with the clauses and the
+// implementation's connection.
+UpdateBuilder::UpdateBuilder(const UpdateBuilder& other)
+    : table_name_(other.table_name_), db_type_(other.db_type_), returning_(other.returning_) {
+  if (other.ptr_builder_) {
+    ptr_builder_ = copy_update(db_type_, *other.ptr_builder_);
+  } else {
+    db_type_ = tessel::DB_POSTGRESQL;
+    ptr_builder_ = make_update(db_type_, nullptr);
+  }
+}
+
+UpdateBuilder::~UpdateBuilder() = default;
+
+void UpdateBuilder::Reset() {
+  ptr_builder_.reset();
+  if (db_conn_) {
+    db_type_ = db_conn_->GetDBType();
+  } else {
+    db_type_ = tessel::DB_POSTGRESQL;
+    VEXEL_LOG(6, "[%s]db_conn is nullptr.[%s(%d)]");
+  }
+  ptr_builder_ = make_update(db_type_, db_conn_);
+  table_name_.clear();
+  returning_ = false;
+}
+
+SQLUpdate* UpdateBuilder::impl(const char* function, const char* file, int line) const {
+  if (!ptr_builder_) {
+    VEXEL_LOG_AT((internal::Site{function, file, line}), 5, "[%s]ptr_builder_ is nullptr.[%s(%d)]");
+  }
+  return ptr_builder_.get();
+}
+
+col UpdateBuilder::stamped(const col& c) const {
+  col copy(c);
+  copy.set_db_type(db_type_);
+  return copy;
+}
+
+std::vector<col> UpdateBuilder::stamped(const std::vector<col>& cols) const {
+  std::vector<col> copies;
+  copies.reserve(cols.size());
+  for (const col& c : cols) copies.push_back(stamped(c));
+  return copies;
+}
+
+std::vector<std::string> UpdateBuilder::table_names(const std::vector<tab>& tables) const {
+  std::vector<std::string> names;
+  names.reserve(tables.size());
+  for (const tab& t : tables) {
+    tab copy(t);
+    copy.set_db_type(db_type_);
+    names.push_back(copy.table_name());
+  }
+  return names;
+}
+
+std::string UpdateBuilder::tosql() const {
+  const SQLUpdate* b = VEXEL_IMPL();
+  return b != nullptr ? b->tosql() : std::string();
+}
+
+UpdateBuilder& UpdateBuilder::UPDATE(const tab& t) {
+  if (SQLUpdate* b = VEXEL_IMPL()) {
+    table_name_ = table_names({t}).front();
+    b->UPDATE(table_name_);
+  }
+  return *this;
+}
+
+UpdateBuilder& UpdateBuilder::UPDATE(const col& c) {
+  if (SQLUpdate* b = VEXEL_IMPL()) b->UPDATE_COLUMN(stamped(c).col_name());
+  return *this;
+}
+
+UpdateBuilder& UpdateBuilder::SET(const col& c, const SQLValue& v) {
+  if (SQLUpdate* b = VEXEL_IMPL()) b->SET(stamped(c).col_name(), SQLExpr(v).GetExpr(db_type_));
+  return *this;
+}
+
+UpdateBuilder& UpdateBuilder::SET(const col& c, const col& value) {
+  if (SQLUpdate* b = VEXEL_IMPL()) {
+    b->SET(stamped(c).col_name(), SQLExpr(stamped(value), db_type_).GetExpr(db_type_));
+  }
+  return *this;
+}
+
+UpdateBuilder& UpdateBuilder::SET(const col& c, const CommonExpr& e) {
+  if (SQLUpdate* b = VEXEL_IMPL()) b->SET(stamped(c).col_name(), e.GetExpr(db_type_));
+  return *this;
+}
+
+UpdateBuilder& UpdateBuilder::SET(const col& c, const QueryBuilder& q) {
+  if (SQLUpdate* b = VEXEL_IMPL()) b->SET(stamped(c).col_name(), "(" + q.tosql() + ")");
+  return *this;
+}
+
+UpdateBuilder& UpdateBuilder::SET(const col& c, const std::vector<int>& values) {
+  return SET(c, static_cast<const CommonExpr&>(ArrayValue(values)));
+}
+
+UpdateBuilder& UpdateBuilder::SET(const col& c, const std::vector<std::string>& values) {
+  return SET(c, static_cast<const CommonExpr&>(ArrayValue(values)));
+}
+
+UpdateBuilder& UpdateBuilder::SET(const col& c,
+                                  const std::map<tessel::DBTYPE, SQLValue>& per_dialect) {
+  SQLUpdate* b = VEXEL_IMPL();
+  if (b == nullptr) return *this;
+  const auto it = per_dialect.find(db_type_);
+  if (it == per_dialect.end()) {
+    VEXEL_LOG(5, "[%s]no value for db_type %d.[%s(%d)]", static_cast<int>(db_type_));
+    return *this;
+  }
+  b->SET(stamped(c).col_name(), SQLExpr(it->second).GetExpr(db_type_));
+  return *this;
+}
+
+UpdateBuilder& UpdateBuilder::WHERE(const CommonExpr& condition) {
+  if (SQLUpdate* b = VEXEL_IMPL()) b->WHERE(condition.GetExpr(db_type_));
+  return *this;
+}
+
+UpdateBuilder& UpdateBuilder::AND(const CommonExpr& condition) {
+  if (SQLUpdate* b = VEXEL_IMPL()) b->AND(condition.GetExpr(db_type_));
+  return *this;
+}
+
+UpdateBuilder& UpdateBuilder::OR(const CommonExpr& condition) {
+  if (SQLUpdate* b = VEXEL_IMPL()) b->OR(condition.GetExpr(db_type_));
+  return *this;
+}
+
+UpdateBuilder& UpdateBuilder::RETURNING(const std::vector<col>& cols) {
+  if (SQLUpdate* b = VEXEL_IMPL()) {
+    b->RETURNING(stamped(cols));
+    returning_ = true;
+  }
+  return *this;
+}
+
+UpdateBuilder& UpdateBuilder::VACUUM(const std::vector<tab>& tables) {
+  if (SQLUpdate* b = VEXEL_IMPL()) b->VACUUM(table_names(tables));
+  return *this;
+}
+
+UpdateBuilder& UpdateBuilder::UNION_SET(const col& target, const col& source) {
+  if (SQLUpdate* b = VEXEL_IMPL())
+    b->UNION_SET(stamped(target).col_name(), stamped(source).col_name());
+  return *this;
+}
+
+UpdateBuilder& UpdateBuilder::UNION_FROM(const std::vector<tab>& tables) {
+  if (SQLUpdate* b = VEXEL_IMPL()) b->UNION_FROM(table_names(tables));
+  return *this;
+}
+
+UpdateBuilder& UpdateBuilder::UNION_CONDITION(const col& left, const col& right) {
+  if (SQLUpdate* b = VEXEL_IMPL()) {
+    b->UNION_CONDITION(stamped(left).col_name(), stamped(right).col_name());
+  }
+  return *this;
+}
+
+UpdateBuilder& UpdateBuilder::BATCH_SET(const std::vector<col>& cols) {
+  if (SQLUpdate* b = VEXEL_IMPL()) b->BATCH_SET(stamped(cols));
+  return *this;
+}
+
+UpdateBuilder& UpdateBuilder::BATCH_CONDITION(const std::vector<col>& cols) {
+  if (SQLUpdate* b = VEXEL_IMPL()) b->BATCH_CONDITION(stamped(cols));
+  return *this;
+}
+
+UpdateBuilder& UpdateBuilder::BATCH_VALUES(const std::vector<col>& tmp_cols,
+                                           const std::vector<std::vector<SQLValue>>& tmp_values) {
+  if (SQLUpdate* b = VEXEL_IMPL()) b->BATCH_VALUES(stamped(tmp_cols), tmp_values);
+  return *this;
+}
+
+bool UpdateBuilder::Execute() {
+  SQLUpdate* b = VEXEL_IMPL();
+  if (b == nullptr) return false;
+  return returning_ ? b->ExecuteReturning() : b->Execute();
+}
+
+}  // namespace vexel
