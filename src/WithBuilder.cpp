@@ -1,7 +1,10 @@
 #include "vexel/WithBuilder.h"
 
 #include "SQLWith.h"
+#include "vexel/DeleteBuilder.h"
+#include "vexel/InsertBuilder.h"
 #include "vexel/QueryBuilder.h"
+#include "vexel/UpdateBuilder.h"
 
 // A builder without an implementation (after a move, or when allocation
 // failed) answers every call silently with an empty text or false: hosts do
@@ -55,9 +58,29 @@ std::string WithBuilder::tosql() const {
   return ptr_builder_ ? ptr_builder_->tosql() : std::string();
 }
 
+namespace {
+
+// Any builder's text, taken when it is given.
+template <typename Builder>
+WithBuilder& add_named(WithBuilder& with, SQLWith* impl, const std::string& name,
+                       const Builder& statement) {
+  if (impl != nullptr) impl->AS(name, statement.tosql());
+  return with;
+}
+
+}  // namespace
+
 WithBuilder& WithBuilder::AS(const std::string& name, const QueryBuilder& statement) {
-  if (ptr_builder_) ptr_builder_->AS(name, statement.tosql());
-  return *this;
+  return add_named(*this, GetImpl(), name, statement);
+}
+WithBuilder& WithBuilder::AS(const std::string& name, const InsertBuilder& statement) {
+  return add_named(*this, GetImpl(), name, statement);
+}
+WithBuilder& WithBuilder::AS(const std::string& name, const UpdateBuilder& statement) {
+  return add_named(*this, GetImpl(), name, statement);
+}
+WithBuilder& WithBuilder::AS(const std::string& name, const DeleteBuilder& statement) {
+  return add_named(*this, GetImpl(), name, statement);
 }
 
 WithBuilder& WithBuilder::RECURSIVE() {
@@ -71,6 +94,15 @@ WithBuilder& WithBuilder::WithDo(const std::string& sql) {
 }
 
 WithBuilder& WithBuilder::WithDo(const QueryBuilder& statement) {
+  return WithDo(statement.tosql());
+}
+WithBuilder& WithBuilder::WithDo(const InsertBuilder& statement) {
+  return WithDo(statement.tosql());
+}
+WithBuilder& WithBuilder::WithDo(const UpdateBuilder& statement) {
+  return WithDo(statement.tosql());
+}
+WithBuilder& WithBuilder::WithDo(const DeleteBuilder& statement) {
   return WithDo(statement.tosql());
 }
 

@@ -18,8 +18,11 @@
 
 namespace vexel {
 
+class DeleteBuilder;
+class InsertBuilder;
 class QueryBuilder;
 class SQLWith;
+class UpdateBuilder;
 
 class VEXEL_API WithBuilder {
  public:
@@ -42,10 +45,16 @@ class VEXEL_API WithBuilder {
 
   // Appends (name, the builder's text); a repeated name is a further entry.
   WithBuilder& AS(const std::string& name, const QueryBuilder& statement);
+  WithBuilder& AS(const std::string& name, const InsertBuilder& statement);
+  WithBuilder& AS(const std::string& name, const UpdateBuilder& statement);
+  WithBuilder& AS(const std::string& name, const DeleteBuilder& statement);
   WithBuilder& RECURSIVE();
   // The main statement; a later one replaces an earlier one.
   WithBuilder& WithDo(const std::string& sql);
   WithBuilder& WithDo(const QueryBuilder& statement);
+  WithBuilder& WithDo(const InsertBuilder& statement);
+  WithBuilder& WithDo(const UpdateBuilder& statement);
+  WithBuilder& WithDo(const DeleteBuilder& statement);
 
   bool Execute();
   bool ExecuteQueryUDT(const int& time_out);

@@ -53,6 +53,19 @@ TEST_P(WithTest, RecursiveCountsUp) {
   EXPECT_EQ(ReadRows(*conn_, {"x"}).size(), 5u);
 }
 
+TEST_P(WithTest, DataChangeAsMainStatement) {
+  QueryBuilder small(conn_);
+  small.SELECT({orders_.col("id")}).FROM(orders_).WHERE(orders_.col("qty") < SQLValue(5));
+  vexel::DeleteBuilder del(conn_);
+  del.DELETE_FROM(orders_).WHERE(
+      col("id").in(QueryBuilder(conn_).SELECT({col("id")}).FROM(vexel::tab("small"))));
+  WithBuilder w(conn_);
+  w.AS("small", small).WithDo(del);
+  ASSERT_TRUE(w.Execute()) << w.tosql() << "\n" << LastError();
+  EXPECT_EQ(Query("SELECT id FROM " + schema_ + ".orders ORDER BY id", {"id"}),
+            (Rows{{"1"}, {"2"}, {"3"}}));
+}
+
 INSTANTIATE_TEST_SUITE_P(Engines, WithTest, testing::Values(Engine::kSqlite, Engine::kPostgres),
                          EngineName);
 

@@ -56,6 +56,24 @@ TEST(With, TextsAreTheSameInEveryDialect) {
   }
 }
 
+TEST(With, TakesEveryBuilderKind) {
+  const vexel::tab t("t");
+  vexel::InsertBuilder ins(fake(2));
+  ins.INSERT_INTO(t).COLUMNS({vexel::col("a")}).VALUES({vexel::SQLValue(1)});
+  vexel::UpdateBuilder up(fake(2));
+  up.UPDATE(t).SET(vexel::col("a"), vexel::SQLValue(2));
+  vexel::DeleteBuilder del(fake(2));
+  del.DELETE_FROM(t);
+  vexel::WithBuilder w(fake(2));
+  w.AS("i", ins).AS("u", up).AS("d", del).WithDo(del);
+  EXPECT_EQ(w.tosql(), "WITH i AS (" + ins.tosql() + "),u AS (" + up.tosql() + "),d AS (" +
+                           del.tosql() + ") " + del.tosql());
+  w.WithDo(ins);
+  EXPECT_EQ(w.tosql().substr(w.tosql().size() - ins.tosql().size()), ins.tosql());
+  w.WithDo(up);
+  EXPECT_EQ(w.tosql().substr(w.tosql().size() - up.tosql().size()), up.tosql());
+}
+
 TEST(With, PartsAreRenderedWhenGiven) {
   vexel::QueryBuilder q = select_from(2, "a", "x");
   vexel::WithBuilder w(fake(2));
