@@ -1,21 +1,15 @@
 #include "vexel/DeleteBuilder.h"
 
 #include "SQLDelete.h"
+#include "internal/Facade.h"
 #include "internal/Log.h"
+#include "internal/Text.h"
 #include "vexel/CommonExpr.h"
-
-// The implementation of the calling operation, or null after the
-// "ptr_builder_ is nullptr" line under the caller's name.
-#define VEXEL_IMPL() impl(VEXEL_PRETTY_FUNCTION, __FILE__, __LINE__)
 
 namespace vexel {
 
 DeleteBuilder::DeleteBuilder(const std::shared_ptr<tessel::CConnect>& conn) : db_conn_(conn) {
-  if (db_conn_) {
-    db_type_ = db_conn_->GetDBType();
-  } else {
-    VEXEL_LOG(6, "[%s]db_conn is nullptr.[%s(%d)]");
-  }
+  db_type_ = internal::dialect_or_log(db_conn_, VEXEL_SITE);
   ptr_builder_ = make_delete(db_type_, db_conn_);
 }
 
@@ -23,22 +17,10 @@ DeleteBuilder::DeleteBuilder(const std::shared_ptr<tessel::CConnect>& conn) : db
 // implementation's connection.
 DeleteBuilder::DeleteBuilder(const DeleteBuilder& other)
     : db_type_(other.db_type_), returning_(other.returning_) {
-  if (other.ptr_builder_) {
-    ptr_builder_ = copy_delete(db_type_, *other.ptr_builder_);
-  } else {
-    db_type_ = tessel::DB_POSTGRESQL;
-    ptr_builder_ = make_delete(db_type_, nullptr);
-  }
+  ptr_builder_ = internal::copy_or_fresh(db_type_, other.ptr_builder_, &copy_delete, &make_delete);
 }
 
 DeleteBuilder::~DeleteBuilder() = default;
-
-SQLDelete* DeleteBuilder::impl(const char* function, const char* file, int line) const {
-  if (!ptr_builder_) {
-    VEXEL_LOG_AT((internal::Site{function, file, line}), 5, "[%s]ptr_builder_ is nullptr.[%s(%d)]");
-  }
-  return ptr_builder_.get();
-}
 
 std::string DeleteBuilder::tosql() const {
   const SQLDelete* b = VEXEL_IMPL();

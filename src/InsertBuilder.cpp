@@ -1,17 +1,15 @@
 #include "vexel/InsertBuilder.h"
 
 #include "SQLInsert.h"
+#include "internal/Facade.h"
 #include "internal/Log.h"
+#include "internal/Text.h"
 #include "vexel/SQLExpr.h"
-
-// The implementation of the calling operation, or null after the
-// "ptr_builder_ is nullptr" line under the caller's name.
-#define VEXEL_IMPL() impl(VEXEL_PRETTY_FUNCTION, __FILE__, __LINE__)
 
 namespace vexel {
 
 InsertBuilder::InsertBuilder(const std::shared_ptr<tessel::CConnect>& conn) : db_conn_(conn) {
-  if (db_conn_) db_type_ = db_conn_->GetDBType();
+  db_type_ = internal::dialect_of(db_conn_);
   ptr_builder_ = make_insert(db_type_, db_conn_);
 }
 
@@ -19,12 +17,7 @@ InsertBuilder::InsertBuilder(const std::shared_ptr<tessel::CConnect>& conn) : db
 // implementation's connection.
 InsertBuilder::InsertBuilder(const InsertBuilder& other)
     : db_type_(other.db_type_), returning_(other.returning_) {
-  if (other.ptr_builder_) {
-    ptr_builder_ = copy_insert(db_type_, *other.ptr_builder_);
-  } else {
-    db_type_ = tessel::DB_POSTGRESQL;
-    ptr_builder_ = make_insert(db_type_, nullptr);
-  }
+  ptr_builder_ = internal::copy_or_fresh(db_type_, other.ptr_builder_, &copy_insert, &make_insert);
 }
 
 InsertBuilder& InsertBuilder::operator=(const InsertBuilder& other) {
@@ -40,34 +33,9 @@ InsertBuilder::~InsertBuilder() = default;
 
 void InsertBuilder::Reset() {
   ptr_builder_.reset();
-  if (db_conn_) {
-    db_type_ = db_conn_->GetDBType();
-  } else {
-    db_type_ = tessel::DB_POSTGRESQL;
-    VEXEL_LOG(6, "[%s]db_conn is nullptr.[%s(%d)]");
-  }
+  db_type_ = internal::dialect_or_log(db_conn_, VEXEL_SITE);
   ptr_builder_ = make_insert(db_type_, db_conn_);
   returning_ = false;
-}
-
-SQLInsert* InsertBuilder::impl(const char* function, const char* file, int line) const {
-  if (!ptr_builder_) {
-    VEXEL_LOG_AT((internal::Site{function, file, line}), 5, "[%s]ptr_builder_ is nullptr.[%s(%d)]");
-  }
-  return ptr_builder_.get();
-}
-
-col InsertBuilder::stamped(const col& c) const {
-  col copy(c);
-  copy.set_db_type(db_type_);
-  return copy;
-}
-
-std::vector<col> InsertBuilder::stamped(const std::vector<col>& cols) const {
-  std::vector<col> copies;
-  copies.reserve(cols.size());
-  for (const col& c : cols) copies.push_back(stamped(c));
-  return copies;
 }
 
 std::string InsertBuilder::tosql() const {
@@ -85,7 +53,7 @@ InsertBuilder& InsertBuilder::INSERT_INTO(const tab& t) {
 }
 
 InsertBuilder& InsertBuilder::COLUMNS(const std::vector<col>& cols) {
-  if (SQLInsert* b = VEXEL_IMPL()) b->COLUMNS(stamped(cols));
+  if (SQLInsert* b = VEXEL_IMPL()) b->COLUMNS(internal::with_dialect(cols, db_type_));
   return *this;
 }
 
@@ -95,24 +63,26 @@ InsertBuilder& InsertBuilder::VALUES(const std::vector<SQLValue>& row) {
 }
 
 InsertBuilder& InsertBuilder::SET(const col& c, const SQLValue& v) {
-  if (SQLInsert* b = VEXEL_IMPL()) b->SET(stamped(c), SQLExpr(v).GetExpr(db_type_));
+  if (SQLInsert* b = VEXEL_IMPL())
+    b->SET(internal::with_dialect(c, db_type_), SQLExpr(v).GetExpr(db_type_));
   return *this;
 }
 
 InsertBuilder& InsertBuilder::SET(const col& c, const col& value) {
   if (SQLInsert* b = VEXEL_IMPL()) {
-    b->SET(stamped(c), SQLExpr(stamped(value), db_type_).GetExpr(db_type_));
+    b->SET(internal::with_dialect(c, db_type_),
+           SQLExpr(internal::with_dialect(value, db_type_), db_type_).GetExpr(db_type_));
   }
   return *this;
 }
 
 InsertBuilder& InsertBuilder::SET(const col& c, const CommonExpr& e) {
-  if (SQLInsert* b = VEXEL_IMPL()) b->SET(stamped(c), e.GetExpr(db_type_));
+  if (SQLInsert* b = VEXEL_IMPL()) b->SET(internal::with_dialect(c, db_type_), e.GetExpr(db_type_));
   return *this;
 }
 
 InsertBuilder& InsertBuilder::ON_CONFLICT(const std::vector<col>& cols) {
-  if (SQLInsert* b = VEXEL_IMPL()) b->ON_CONFLICT(stamped(cols));
+  if (SQLInsert* b = VEXEL_IMPL()) b->ON_CONFLICT(internal::with_dialect(cols, db_type_));
   return *this;
 }
 
@@ -138,7 +108,7 @@ InsertBuilder& InsertBuilder::OR(const CommonExpr& condition) {
 
 InsertBuilder& InsertBuilder::RETURNING(const std::vector<col>& cols) {
   if (SQLInsert* b = VEXEL_IMPL()) {
-    b->RETURNING(stamped(cols));
+    b->RETURNING(internal::with_dialect(cols, db_type_));
     returning_ = true;
   }
   return *this;

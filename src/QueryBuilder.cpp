@@ -1,34 +1,23 @@
 #include "vexel/QueryBuilder.h"
 
 #include "SQLQuery.h"
+#include "internal/Facade.h"
 #include "internal/Log.h"
+#include "internal/Text.h"
 #include "vexel/SQLExpr.h"
 #include "vexel/SQLValue.h"
-
-// The implementation of the calling operation, or null after the
-// "ptr_builder_ is nullptr" line under the caller's name.
-#define VEXEL_IMPL() impl(VEXEL_PRETTY_FUNCTION, __FILE__, __LINE__)
 
 namespace vexel {
 
 QueryBuilder::QueryBuilder(const std::shared_ptr<tessel::CConnect>& conn) : db_conn_(conn) {
-  if (db_conn_) {
-    db_type_ = db_conn_->GetDBType();
-  } else {
-    VEXEL_LOG(6, "[%s]db_conn is nullptr.[%s(%d)]");
-  }
+  db_type_ = internal::dialect_or_log(db_conn_, VEXEL_SITE);
   ptr_builder_ = make_query(db_type_, db_conn_);
 }
 
 // A copy is independent: its own implementation (with the clauses and the
 // implementation's connection), no facade connection, view flag cleared.
 QueryBuilder::QueryBuilder(const QueryBuilder& other) : db_type_(other.db_type_) {
-  if (other.ptr_builder_) {
-    ptr_builder_ = copy_query(db_type_, *other.ptr_builder_);
-  } else {
-    db_type_ = tessel::DB_POSTGRESQL;
-    ptr_builder_ = make_query(db_type_, nullptr);
-  }
+  ptr_builder_ = internal::copy_or_fresh(db_type_, other.ptr_builder_, &copy_query, &make_query);
 }
 
 // Both facades then share one implementation: a clause added through one
@@ -46,21 +35,9 @@ QueryBuilder::~QueryBuilder() = default;
 
 void QueryBuilder::Reset() {
   ptr_builder_.reset();
-  if (db_conn_) {
-    db_type_ = db_conn_->GetDBType();
-  } else {
-    db_type_ = tessel::DB_POSTGRESQL;
-    VEXEL_LOG(6, "[%s]db_conn is nullptr.[%s(%d)]");
-  }
+  db_type_ = internal::dialect_or_log(db_conn_, VEXEL_SITE);
   ptr_builder_ = make_query(db_type_, db_conn_);
   public_view_ = false;
-}
-
-SQLQuery* QueryBuilder::impl(const char* function, const char* file, int line) const {
-  if (!ptr_builder_) {
-    VEXEL_LOG_AT((internal::Site{function, file, line}), 5, "[%s]ptr_builder_ is nullptr.[%s(%d)]");
-  }
-  return ptr_builder_.get();
 }
 
 bool QueryBuilder::get_public_view_status() const {

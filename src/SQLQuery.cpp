@@ -11,18 +11,13 @@ namespace vexel {
 SQLQuery::SQLQuery(const std::shared_ptr<tessel::CConnect>& conn)
     : db_conn_(conn), db_type_(conn ? conn->GetDBType() : tessel::DB_POSTGRESQL) {}
 
-std::vector<col> SQLQuery::with_dialect(const std::vector<col>& cols) const {
-  std::vector<col> out;
-  out.reserve(cols.size());
-  for (const col& c : cols) out.emplace_back(c, db_type_);
-  return out;
-}
-
 std::string SQLQuery::condition_text(const CommonExpr& condition) const {
   return condition.GetExpr(db_type_);
 }
 
-void SQLQuery::SELECT(const std::vector<col>& cols) { select_cols_ = with_dialect(cols); }
+void SQLQuery::SELECT(const std::vector<col>& cols) {
+  select_cols_ = internal::with_dialect(cols, db_type_);
+}
 
 void SQLQuery::SELECT(const CommonExpr& e) { select_expression_ = condition_text(e); }
 

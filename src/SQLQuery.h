@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "internal/Execution.h"
+#include "internal/Text.h"
 #include "tessel/CConnect.h"
 #include "vexel/col.h"
 
@@ -53,8 +54,12 @@ class SQLQuery {
   void HAVING(const CommonExpr& condition);
   void AND(const CommonExpr& condition);
   void OR(const CommonExpr& condition);
-  void GROUP_BY(const std::vector<col>& cols) { group_cols_ = with_dialect(cols); }
-  void ORDER_BY(const std::vector<col>& cols) { order_cols_ = with_dialect(cols); }
+  void GROUP_BY(const std::vector<col>& cols) {
+    group_cols_ = internal::with_dialect(cols, db_type_);
+  }
+  void ORDER_BY(const std::vector<col>& cols) {
+    order_cols_ = internal::with_dialect(cols, db_type_);
+  }
   void LIMIT(int limit) { limit_ = limit; }
   void OFFSET(int offset) { offset_ = offset; }
   void UNION(const std::string& text) { union_ = text; }
@@ -70,7 +75,6 @@ class SQLQuery {
            const std::string& collate_name = std::string());
 
  private:
-  std::vector<col> with_dialect(const std::vector<col>& cols) const;
   std::string condition_text(const CommonExpr& condition) const;
   void extend(const char* connector, const CommonExpr& condition);
 

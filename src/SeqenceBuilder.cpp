@@ -1,11 +1,9 @@
 #include "vexel/SeqenceBuilder.h"
 
 #include "SQLSeq.h"
+#include "internal/Facade.h"
 #include "internal/Log.h"
-
-// The implementation of the calling operation, or null after the
-// "ptr_builder_ is nullptr" line under the caller's name.
-#define VEXEL_IMPL() impl(VEXEL_PRETTY_FUNCTION, __FILE__, __LINE__)
+#include "internal/Text.h"
 
 namespace vexel {
 namespace {
@@ -25,17 +23,12 @@ std::string rendered(const col& c, tessel::DBTYPE db) {
 }  // namespace
 
 SeqenceBuilder::SeqenceBuilder(const std::shared_ptr<tessel::CConnect>& conn) : db_conn_(conn) {
-  if (db_conn_) db_type_ = db_conn_->GetDBType();
+  db_type_ = internal::dialect_of(db_conn_);
   ptr_builder_ = make_seq(db_type_, db_conn_);
 }
 
 SeqenceBuilder::SeqenceBuilder(const SeqenceBuilder& other) : db_type_(other.db_type_) {
-  if (other.ptr_builder_) {
-    ptr_builder_ = copy_seq(db_type_, *other.ptr_builder_);
-  } else {
-    db_type_ = tessel::DB_POSTGRESQL;
-    ptr_builder_ = make_seq(db_type_, nullptr);
-  }
+  ptr_builder_ = internal::copy_or_fresh(db_type_, other.ptr_builder_, &copy_seq, &make_seq);
 }
 
 SeqenceBuilder& SeqenceBuilder::operator=(const SeqenceBuilder& other) {
@@ -50,20 +43,8 @@ SeqenceBuilder::~SeqenceBuilder() = default;
 
 void SeqenceBuilder::Reset() {
   ptr_builder_.reset();
-  if (db_conn_) {
-    db_type_ = db_conn_->GetDBType();
-  } else {
-    db_type_ = tessel::DB_POSTGRESQL;
-    VEXEL_LOG(6, "[%s]db_conn is nullptr.[%s(%d)]");
-  }
+  db_type_ = internal::dialect_or_log(db_conn_, VEXEL_SITE);
   ptr_builder_ = make_seq(db_type_, db_conn_);
-}
-
-SQLSeq* SeqenceBuilder::impl(const char* function, const char* file, int line) const {
-  if (!ptr_builder_) {
-    VEXEL_LOG_AT((internal::Site{function, file, line}), 5, "[%s]ptr_builder_ is nullptr.[%s(%d)]");
-  }
-  return ptr_builder_.get();
 }
 
 SeqenceBuilder& SeqenceBuilder::NEXT_VAL(const seq& s, const tab& t) {

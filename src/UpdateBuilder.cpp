@@ -1,19 +1,17 @@
 #include "vexel/UpdateBuilder.h"
 
 #include "SQLUpdate.h"
+#include "internal/Facade.h"
 #include "internal/Log.h"
+#include "internal/Text.h"
 #include "vexel/ArrayExpr.h"
 #include "vexel/QueryBuilder.h"
 #include "vexel/SQLExpr.h"
 
-// The implementation of the calling operation, or null after the
-// "ptr_builder_ is nullptr" line under the caller's name.
-#define VEXEL_IMPL() impl(VEXEL_PRETTY_FUNCTION, __FILE__, __LINE__)
-
 namespace vexel {
 
 UpdateBuilder::UpdateBuilder(const std::shared_ptr<tessel::CConnect>& conn) : db_conn_(conn) {
-  if (db_conn_) db_type_ = db_conn_->GetDBType();
+  db_type_ = internal::dialect_of(db_conn_);
   ptr_builder_ = make_update(db_type_, db_conn_);
 }
 
@@ -21,47 +19,17 @@ UpdateBuilder::UpdateBuilder(const std::shared_ptr<tessel::CConnect>& conn) : db
 // implementation's connection.
 UpdateBuilder::UpdateBuilder(const UpdateBuilder& other)
     : table_name_(other.table_name_), db_type_(other.db_type_), returning_(other.returning_) {
-  if (other.ptr_builder_) {
-    ptr_builder_ = copy_update(db_type_, *other.ptr_builder_);
-  } else {
-    db_type_ = tessel::DB_POSTGRESQL;
-    ptr_builder_ = make_update(db_type_, nullptr);
-  }
+  ptr_builder_ = internal::copy_or_fresh(db_type_, other.ptr_builder_, &copy_update, &make_update);
 }
 
 UpdateBuilder::~UpdateBuilder() = default;
 
 void UpdateBuilder::Reset() {
   ptr_builder_.reset();
-  if (db_conn_) {
-    db_type_ = db_conn_->GetDBType();
-  } else {
-    db_type_ = tessel::DB_POSTGRESQL;
-    VEXEL_LOG(6, "[%s]db_conn is nullptr.[%s(%d)]");
-  }
+  db_type_ = internal::dialect_or_log(db_conn_, VEXEL_SITE);
   ptr_builder_ = make_update(db_type_, db_conn_);
   table_name_.clear();
   returning_ = false;
-}
-
-SQLUpdate* UpdateBuilder::impl(const char* function, const char* file, int line) const {
-  if (!ptr_builder_) {
-    VEXEL_LOG_AT((internal::Site{function, file, line}), 5, "[%s]ptr_builder_ is nullptr.[%s(%d)]");
-  }
-  return ptr_builder_.get();
-}
-
-col UpdateBuilder::stamped(const col& c) const {
-  col copy(c);
-  copy.set_db_type(db_type_);
-  return copy;
-}
-
-std::vector<col> UpdateBuilder::stamped(const std::vector<col>& cols) const {
-  std::vector<col> copies;
-  copies.reserve(cols.size());
-  for (const col& c : cols) copies.push_back(stamped(c));
-  return copies;
 }
 
 std::vector<std::string> UpdateBuilder::table_names(const std::vector<tab>& tables) const {
@@ -89,29 +57,33 @@ UpdateBuilder& UpdateBuilder::UPDATE(const tab& t) {
 }
 
 UpdateBuilder& UpdateBuilder::UPDATE(const col& c) {
-  if (SQLUpdate* b = VEXEL_IMPL()) b->UPDATE_COLUMN(stamped(c).col_name());
+  if (SQLUpdate* b = VEXEL_IMPL()) b->UPDATE_COLUMN(internal::with_dialect(c, db_type_).col_name());
   return *this;
 }
 
 UpdateBuilder& UpdateBuilder::SET(const col& c, const SQLValue& v) {
-  if (SQLUpdate* b = VEXEL_IMPL()) b->SET(stamped(c).col_name(), SQLExpr(v).GetExpr(db_type_));
+  if (SQLUpdate* b = VEXEL_IMPL())
+    b->SET(internal::with_dialect(c, db_type_).col_name(), SQLExpr(v).GetExpr(db_type_));
   return *this;
 }
 
 UpdateBuilder& UpdateBuilder::SET(const col& c, const col& value) {
   if (SQLUpdate* b = VEXEL_IMPL()) {
-    b->SET(stamped(c).col_name(), SQLExpr(stamped(value), db_type_).GetExpr(db_type_));
+    b->SET(internal::with_dialect(c, db_type_).col_name(),
+           SQLExpr(internal::with_dialect(value, db_type_), db_type_).GetExpr(db_type_));
   }
   return *this;
 }
 
 UpdateBuilder& UpdateBuilder::SET(const col& c, const CommonExpr& e) {
-  if (SQLUpdate* b = VEXEL_IMPL()) b->SET(stamped(c).col_name(), e.GetExpr(db_type_));
+  if (SQLUpdate* b = VEXEL_IMPL())
+    b->SET(internal::with_dialect(c, db_type_).col_name(), e.GetExpr(db_type_));
   return *this;
 }
 
 UpdateBuilder& UpdateBuilder::SET(const col& c, const QueryBuilder& q) {
-  if (SQLUpdate* b = VEXEL_IMPL()) b->SET(stamped(c).col_name(), "(" + q.tosql() + ")");
+  if (SQLUpdate* b = VEXEL_IMPL())
+    b->SET(internal::with_dialect(c, db_type_).col_name(), "(" + q.tosql() + ")");
   return *this;
 }
 
@@ -132,7 +104,7 @@ UpdateBuilder& UpdateBuilder::SET(const col& c,
     VEXEL_LOG(5, "[%s]no value for db_type %d.[%s(%d)]", static_cast<int>(db_type_));
     return *this;
   }
-  b->SET(stamped(c).col_name(), SQLExpr(it->second).GetExpr(db_type_));
+  b->SET(internal::with_dialect(c, db_type_).col_name(), SQLExpr(it->second).GetExpr(db_type_));
   return *this;
 }
 
@@ -153,7 +125,7 @@ UpdateBuilder& UpdateBuilder::OR(const CommonExpr& condition) {
 
 UpdateBuilder& UpdateBuilder::RETURNING(const std::vector<col>& cols) {
   if (SQLUpdate* b = VEXEL_IMPL()) {
-    b->RETURNING(stamped(cols));
+    b->RETURNING(internal::with_dialect(cols, db_type_));
     returning_ = true;
   }
   return *this;
@@ -166,7 +138,8 @@ UpdateBuilder& UpdateBuilder::VACUUM(const std::vector<tab>& tables) {
 
 UpdateBuilder& UpdateBuilder::UNION_SET(const col& target, const col& source) {
   if (SQLUpdate* b = VEXEL_IMPL())
-    b->UNION_SET(stamped(target).col_name(), stamped(source).col_name());
+    b->UNION_SET(internal::with_dialect(target, db_type_).col_name(),
+                 internal::with_dialect(source, db_type_).col_name());
   return *this;
 }
 
@@ -177,24 +150,26 @@ UpdateBuilder& UpdateBuilder::UNION_FROM(const std::vector<tab>& tables) {
 
 UpdateBuilder& UpdateBuilder::UNION_CONDITION(const col& left, const col& right) {
   if (SQLUpdate* b = VEXEL_IMPL()) {
-    b->UNION_CONDITION(stamped(left).col_name(), stamped(right).col_name());
+    b->UNION_CONDITION(internal::with_dialect(left, db_type_).col_name(),
+                       internal::with_dialect(right, db_type_).col_name());
   }
   return *this;
 }
 
 UpdateBuilder& UpdateBuilder::BATCH_SET(const std::vector<col>& cols) {
-  if (SQLUpdate* b = VEXEL_IMPL()) b->BATCH_SET(stamped(cols));
+  if (SQLUpdate* b = VEXEL_IMPL()) b->BATCH_SET(internal::with_dialect(cols, db_type_));
   return *this;
 }
 
 UpdateBuilder& UpdateBuilder::BATCH_CONDITION(const std::vector<col>& cols) {
-  if (SQLUpdate* b = VEXEL_IMPL()) b->BATCH_CONDITION(stamped(cols));
+  if (SQLUpdate* b = VEXEL_IMPL()) b->BATCH_CONDITION(internal::with_dialect(cols, db_type_));
   return *this;
 }
 
 UpdateBuilder& UpdateBuilder::BATCH_VALUES(const std::vector<col>& tmp_cols,
                                            const std::vector<std::vector<SQLValue>>& tmp_values) {
-  if (SQLUpdate* b = VEXEL_IMPL()) b->BATCH_VALUES(stamped(tmp_cols), tmp_values);
+  if (SQLUpdate* b = VEXEL_IMPL())
+    b->BATCH_VALUES(internal::with_dialect(tmp_cols, db_type_), tmp_values);
   return *this;
 }
 

@@ -1,6 +1,7 @@
 #include "vexel/WithBuilder.h"
 
 #include "SQLWith.h"
+#include "internal/Facade.h"
 #include "vexel/DeleteBuilder.h"
 #include "vexel/InsertBuilder.h"
 #include "vexel/QueryBuilder.h"
@@ -13,17 +14,12 @@
 namespace vexel {
 
 WithBuilder::WithBuilder(const std::shared_ptr<tessel::CConnect>& conn)
-    : db_conn_(conn), db_type_(conn ? conn->GetDBType() : tessel::DB_POSTGRESQL) {
+    : db_conn_(conn), db_type_(internal::dialect_of(conn)) {
   ptr_builder_ = make_with(db_type_, db_conn_);
 }
 
 WithBuilder::WithBuilder(const WithBuilder& other) : db_type_(other.db_type_) {
-  if (other.ptr_builder_) {
-    ptr_builder_ = copy_with(db_type_, *other.ptr_builder_);
-  } else {
-    db_type_ = tessel::DB_POSTGRESQL;
-    ptr_builder_ = make_with(db_type_, nullptr);
-  }
+  ptr_builder_ = internal::copy_or_fresh(db_type_, other.ptr_builder_, &copy_with, &make_with);
 }
 
 WithBuilder::WithBuilder(WithBuilder&& other) noexcept
@@ -50,7 +46,7 @@ WithBuilder::~WithBuilder() = default;
 
 void WithBuilder::Reset() {
   ptr_builder_.reset();
-  db_type_ = db_conn_ ? db_conn_->GetDBType() : tessel::DB_POSTGRESQL;
+  db_type_ = internal::dialect_of(db_conn_);
   ptr_builder_ = make_with(db_type_, db_conn_);
 }
 

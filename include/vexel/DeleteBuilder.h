@@ -44,8 +44,6 @@ class VEXEL_API DeleteBuilder {
   bool Execute();
 
  private:
-  SQLDelete* impl(const char* function, const char* file, int line) const;
-
   std::shared_ptr<SQLDelete> ptr_builder_;
   std::shared_ptr<tessel::CConnect> db_conn_;
   tessel::DBTYPE db_type_ = tessel::DB_POSTGRESQL;

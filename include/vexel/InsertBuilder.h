@@ -60,10 +60,6 @@ class VEXEL_API InsertBuilder {
   bool Execute();
 
  private:
-  SQLInsert* impl(const char* function, const char* file, int line) const;
-  col stamped(const col& c) const;
-  std::vector<col> stamped(const std::vector<col>& cols) const;
-
   std::shared_ptr<SQLInsert> ptr_builder_;
   std::shared_ptr<tessel::CConnect> db_conn_;
   tessel::DBTYPE db_type_ = tessel::DB_POSTGRESQL;

@@ -87,8 +87,6 @@ class VEXEL_API QueryBuilder {
   std::string subquery(const QueryBuilder& sub, const std::string& alias);
   std::string rendered(const tab& t) const;
   std::string rendered(const view& v) const;
-  // The implementation, or null after logging under the caller's name.
-  SQLQuery* impl(const char* function, const char* file, int line) const;
 
   bool public_view_ = false;
   std::shared_ptr<SQLQuery> ptr_builder_;

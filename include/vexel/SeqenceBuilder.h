@@ -46,8 +46,6 @@ class VEXEL_API SeqenceBuilder {
   bool Execute();
 
  private:
-  SQLSeq* impl(const char* function, const char* file, int line) const;
-
   std::shared_ptr<SQLSeq> ptr_builder_;
   std::shared_ptr<tessel::CConnect> db_conn_;
   tessel::DBTYPE db_type_ = tessel::DB_POSTGRESQL;

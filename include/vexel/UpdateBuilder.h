@@ -74,9 +74,6 @@ class VEXEL_API UpdateBuilder {
   bool Execute();
 
  private:
-  SQLUpdate* impl(const char* function, const char* file, int line) const;
-  col stamped(const col& c) const;
-  std::vector<col> stamped(const std::vector<col>& cols) const;
   std::vector<std::string> table_names(const std::vector<tab>& tables) const;
 
   std::string table_name_;

@@ -16,6 +16,15 @@ std::string join(const std::vector<col>& cols, Render render) {
 
 }  // namespace
 
+col with_dialect(const col& c, tessel::DBTYPE db) { return col(c, db); }
+
+std::vector<col> with_dialect(const std::vector<col>& cols, tessel::DBTYPE db) {
+  std::vector<col> out;
+  out.reserve(cols.size());
+  for (const col& c : cols) out.emplace_back(c, db);
+  return out;
+}
+
 std::string join_names(const std::vector<col>& cols) {
   return join(cols, [](const col& c) { return c.col_name(); });
 }

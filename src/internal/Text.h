@@ -13,6 +13,11 @@
 namespace vexel {
 namespace internal {
 
+// Copies of columns given the builder's dialect: the builder's dialect, not
+// the column's, decides how a stored column renders.
+col with_dialect(const col& c, tessel::DBTYPE db);
+std::vector<col> with_dialect(const std::vector<col>& cols, tessel::DBTYPE db);
+
 // Columns by col::col_name(), separated by " , ". A column that renders
 // empty while nothing was written yet adds no separator.
 std::string join_names(const std::vector<col>& cols);
