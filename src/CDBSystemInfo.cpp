@@ -15,7 +15,7 @@ bool no_implementation(const internal::Site& site) {
 
 }  // namespace
 
-CDBSystemInfo::CDBSystemInfo(std::shared_ptr<tessel::CConnect> conn) {
+CDBSystemInfo::CDBSystemInfo(const std::shared_ptr<tessel::CConnect>& conn) {
   if (!conn) {
     VEXEL_LOG(6, "[%s]db_conn is nullptr.[%s(%d)]");
     return;

@@ -88,7 +88,7 @@ bool SQLInsert::sqlserver_text(std::string& sql, const internal::Site& site) con
   for (std::size_t i = 0; i < conflict_columns_.size(); ++i) {
     if (i > 0) sql += " AND ";
     const std::string name = conflict_columns_[i].col_name();
-    sql += table_name_ + "." + name + " = Excluded." + name;
+    sql.append(table_name_).append(".").append(name).append(" = Excluded.").append(name);
   }
   sql += ")";
   sql += " WHEN NOT MATCHED THEN INSERT(" + cols + ") VALUES" + row;

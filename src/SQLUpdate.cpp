@@ -96,7 +96,7 @@ std::string SQLUpdate::join_values_piece() const {
   for (std::size_t i = 0; i < batch_conditions_.size(); ++i) {
     if (i > 0) condition += " AND ";
     const std::string name = batch_conditions_[i].col_name();
-    condition += table_name_ + "." + name + "=tmp." + name;
+    condition.append(table_name_).append(".").append(name).append("=tmp.").append(name);
   }
   return sets + " FROM " + values + " AS " + alias + " WHERE " + condition + ", ";
 }

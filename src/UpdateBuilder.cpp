@@ -137,9 +137,10 @@ UpdateBuilder& UpdateBuilder::VACUUM(const std::vector<tab>& tables) {
 }
 
 UpdateBuilder& UpdateBuilder::UNION_SET(const col& target, const col& source) {
-  if (SQLUpdate* b = VEXEL_IMPL())
+  if (SQLUpdate* b = VEXEL_IMPL()) {
     b->UNION_SET(internal::with_dialect(target, db_type_).col_name(),
                  internal::with_dialect(source, db_type_).col_name());
+  }
   return *this;
 }
 

@@ -28,7 +28,7 @@ class VEXEL_API CDBSystemInfo {
  public:
   // An empty connection is logged and leaves the object without an
   // implementation: every later call logs and returns false.
-  explicit CDBSystemInfo(std::shared_ptr<tessel::CConnect> conn);
+  explicit CDBSystemInfo(const std::shared_ptr<tessel::CConnect>& conn);
   // Copies and moves share the implementation.
   CDBSystemInfo(const CDBSystemInfo& other);
   CDBSystemInfo(CDBSystemInfo&& other) noexcept;
