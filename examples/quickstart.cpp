@@ -1,4 +1,4 @@
-// Vexel in five statements.
+// Vexel in eight statements.
 //
 // Each statement is written once, as a chain of calls. The example prints
 // the text the library renders for PostgreSQL, SQL Server and SQLite, runs
@@ -75,10 +75,10 @@ void print_rows(tessel::SQLiteConnect& db) {
   std::cout << "    (" << rows.size() << (rows.size() == 1 ? " row)\n" : " rows)\n");
 }
 
-// Builds one statement for each dialect, prints the texts, then runs it on
-// the SQLite database and prints its rows.
-bool walk(const std::shared_ptr<tessel::SQLiteConnect>& db, const std::string& title,
-          const std::function<void(QueryBuilder&)>& build) {
+// Builds the statement for each dialect and prints its texts. A builder
+// over a connection that only names its dialect renders without running.
+template <typename Builder>
+void print_texts(const std::string& title, const std::function<void(Builder&)>& build) {
   std::cout << "\n== " << title << " ==\n";
   const struct {
     const char* name;
@@ -87,20 +87,44 @@ bool walk(const std::shared_ptr<tessel::SQLiteConnect>& db, const std::string& t
                    {"SQL Server", tessel::DB_SQLSERVER},
                    {"SQLite", tessel::DB_SQLITE}};
   for (const auto& d : kDialects) {
-    QueryBuilder text_only(std::make_shared<DialectOnly>(d.db));
+    Builder text_only(std::make_shared<DialectOnly>(d.db));
     build(text_only);
     std::cout << "  " << std::left << std::setw(12) << d.name << text_only.tosql() << "\n";
   }
+}
 
-  QueryBuilder q(db);  // the dialect comes from the connection: SQLite
-  build(q);
-  if (!q.Execute()) {
-    std::string error;
-    db->GetLastError(error);
-    std::cerr << "  failed on SQLite: " << error << "\n";
-    return false;
-  }
+// Runs the statement on the SQLite database (the dialect comes from the
+// connection); false after printing the engine's error.
+template <typename Builder>
+bool run_on_sqlite(const std::shared_ptr<tessel::SQLiteConnect>& db,
+                   const std::function<void(Builder&)>& build) {
+  Builder b(db);
+  build(b);
+  if (b.Execute()) return true;
+  std::string error;
+  db->GetLastError(error);
+  std::cerr << "  failed on SQLite: " << error << "\n";
+  return false;
+}
+
+// A query: its texts, then its rows on SQLite.
+bool walk(const std::shared_ptr<tessel::SQLiteConnect>& db, const std::string& title,
+          const std::function<void(QueryBuilder&)>& build) {
+  print_texts(title, build);
+  if (!run_on_sqlite(db, build)) return false;
   std::cout << "  rows on SQLite:\n";
+  print_rows(*db);
+  return true;
+}
+
+// A data change: its texts, then the rows of `show` after it ran on SQLite.
+template <typename Builder>
+bool walk_change(const std::shared_ptr<tessel::SQLiteConnect>& db, const std::string& title,
+                 const std::function<void(Builder&)>& build,
+                 const std::function<void(QueryBuilder&)>& show) {
+  print_texts(title, build);
+  if (!run_on_sqlite(db, build) || !run_on_sqlite(db, show)) return false;
+  std::cout << "  afterwards on SQLite:\n";
   print_rows(*db);
   return true;
 }
@@ -165,6 +189,43 @@ int main() {
         .ON(vexel::tab("s").col("product_id") == products.col("id"))
         .WHERE(vexel::tab("s").col("product_id").is_null());
   });
+
+  const auto show_fruit = [](QueryBuilder& q) {
+    q.SELECT({products.col("id"), products.col("name"), products.col("price")})
+        .FROM(products)
+        .WHERE(products.col("category") == "fruit")
+        .ORDER_BY({products.col("id")});
+  };
+
+  // SQL Server has no ON CONFLICT: its text is a MERGE of the single row.
+  ok &= walk_change<vexel::InsertBuilder>(
+      db, "6. An upsert: a new fruit, or a new price for a known one",
+      [](vexel::InsertBuilder& ins) {
+        ins.INSERT_INTO(products)
+            .COLUMNS({col("id"), col("name"), col("category"), col("price")})
+            .VALUES({SQLValue(1), SQLValue("apple"), SQLValue("fruit"), SQLValue(0.45)})
+            .ON_CONFLICT({col("id")})
+            .SET(col("price"), col("price").EXCLUDED());
+      },
+      show_fruit);
+
+  ok &= walk_change<vexel::UpdateBuilder>(
+      db, "7. An update: fruit ten cents dearer",
+      [](vexel::UpdateBuilder& up) {
+        up.UPDATE(products)
+            .SET(col("price"), col("price").increase(SQLValue(0.1)))
+            .WHERE(products.col("category") == "fruit");
+      },
+      show_fruit);
+
+  ok &= walk_change<vexel::DeleteBuilder>(
+      db, "8. A delete: fruit that costs more than 0.8",
+      [](vexel::DeleteBuilder& del) {
+        del.DELETE_FROM(products)
+            .WHERE(products.col("category") == "fruit")
+            .AND(products.col("price") > SQLValue(0.8));
+      },
+      show_fruit);
 
   return ok ? EXIT_SUCCESS : EXIT_FAILURE;
 }
