@@ -28,11 +28,7 @@ std::string DeleteBuilder::tosql() const {
 }
 
 DeleteBuilder& DeleteBuilder::DELETE_FROM(const tab& t) {
-  if (SQLDelete* b = VEXEL_IMPL()) {
-    tab copy(t);
-    copy.set_db_type(db_type_);
-    b->DELETE_FROM(copy.table_name());
-  }
+  if (SQLDelete* b = VEXEL_IMPL()) b->DELETE_FROM(internal::table_text(t, db_type_));
   return *this;
 }
 

@@ -44,11 +44,7 @@ std::string InsertBuilder::tosql() const {
 }
 
 InsertBuilder& InsertBuilder::INSERT_INTO(const tab& t) {
-  if (SQLInsert* b = VEXEL_IMPL()) {
-    tab copy(t);
-    copy.set_db_type(db_type_);
-    b->INSERT_INTO(copy.table_name());
-  }
+  if (SQLInsert* b = VEXEL_IMPL()) b->INSERT_INTO(internal::table_text(t, db_type_));
   return *this;
 }
 

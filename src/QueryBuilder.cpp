@@ -50,18 +50,6 @@ std::string QueryBuilder::tosql() const {
   return q != nullptr ? q->tosql() : std::string();
 }
 
-std::string QueryBuilder::rendered(const tab& t) const {
-  tab copy(t);
-  copy.set_db_type(db_type_);
-  return copy.table_name();
-}
-
-std::string QueryBuilder::rendered(const view& v) const {
-  view copy(v);
-  copy.set_db_type(db_type_);
-  return copy.view_name();
-}
-
 std::string QueryBuilder::subquery(const QueryBuilder& sub, const std::string& alias) {
   if (!public_view_) public_view_ = sub.get_public_view_status();
   std::string text = "(" + sub.tosql() + ")";
@@ -85,7 +73,7 @@ QueryBuilder& QueryBuilder::SELECT(const SQLValue& v) {
 }
 
 QueryBuilder& QueryBuilder::FROM(const tab& t) {
-  if (SQLQuery* q = VEXEL_IMPL()) q->FROM(rendered(t));
+  if (SQLQuery* q = VEXEL_IMPL()) q->FROM(internal::table_text(t, db_type_));
   return *this;
 }
 
@@ -93,24 +81,25 @@ QueryBuilder& QueryBuilder::FROM(const tab& t) {
 // view-aware operation; a later FROM never clears the mark.
 QueryBuilder& QueryBuilder::FROM(const view& v) {
   if (SQLQuery* q = VEXEL_IMPL()) {
-    q->FROM(rendered(v));
+    q->FROM(internal::view_text(v, db_type_));
     if (v.schema_name() == "public") public_view_ = true;
   }
   return *this;
 }
 
 QueryBuilder& QueryBuilder::FROM(const QueryBuilder& sub, const std::string& alias) {
-  if (SQLQuery* q = VEXEL_IMPL()) q->FROM(rendered(tab(subquery(sub, alias))));
+  if (SQLQuery* q = VEXEL_IMPL())
+    q->FROM(internal::table_text(tab(subquery(sub, alias)), db_type_));
   return *this;
 }
 
 QueryBuilder& QueryBuilder::JOIN(const tab& t) {
-  if (SQLQuery* q = VEXEL_IMPL()) q->JOIN(" JOIN ", rendered(t));
+  if (SQLQuery* q = VEXEL_IMPL()) q->JOIN(" JOIN ", internal::table_text(t, db_type_));
   return *this;
 }
 
 QueryBuilder& QueryBuilder::JOIN(const view& v) {
-  if (SQLQuery* q = VEXEL_IMPL()) q->JOIN(" JOIN ", rendered(v));
+  if (SQLQuery* q = VEXEL_IMPL()) q->JOIN(" JOIN ", internal::view_text(v, db_type_));
   return *this;
 }
 
@@ -120,12 +109,12 @@ QueryBuilder& QueryBuilder::JOIN(const QueryBuilder& sub, const std::string& ali
 }
 
 QueryBuilder& QueryBuilder::LEFT_JOIN(const tab& t) {
-  if (SQLQuery* q = VEXEL_IMPL()) q->JOIN(" LEFT JOIN ", rendered(t));
+  if (SQLQuery* q = VEXEL_IMPL()) q->JOIN(" LEFT JOIN ", internal::table_text(t, db_type_));
   return *this;
 }
 
 QueryBuilder& QueryBuilder::LEFT_JOIN(const view& v) {
-  if (SQLQuery* q = VEXEL_IMPL()) q->JOIN(" LEFT JOIN ", rendered(v));
+  if (SQLQuery* q = VEXEL_IMPL()) q->JOIN(" LEFT JOIN ", internal::view_text(v, db_type_));
   return *this;
 }
 
@@ -135,12 +124,12 @@ QueryBuilder& QueryBuilder::LEFT_JOIN(const QueryBuilder& sub, const std::string
 }
 
 QueryBuilder& QueryBuilder::RIGHT_JOIN(const tab& t) {
-  if (SQLQuery* q = VEXEL_IMPL()) q->JOIN(" RIGHT JOIN ", rendered(t));
+  if (SQLQuery* q = VEXEL_IMPL()) q->JOIN(" RIGHT JOIN ", internal::table_text(t, db_type_));
   return *this;
 }
 
 QueryBuilder& QueryBuilder::RIGHT_JOIN(const view& v) {
-  if (SQLQuery* q = VEXEL_IMPL()) q->JOIN(" RIGHT JOIN ", rendered(v));
+  if (SQLQuery* q = VEXEL_IMPL()) q->JOIN(" RIGHT JOIN ", internal::view_text(v, db_type_));
   return *this;
 }
 

@@ -6,22 +6,6 @@
 #include "internal/Text.h"
 
 namespace vexel {
-namespace {
-
-std::string rendered(const tab& t, tessel::DBTYPE db) {
-  tab copy(t);
-  copy.set_db_type(db);
-  return copy.table_name();
-}
-
-std::string rendered(const col& c, tessel::DBTYPE db) {
-  col copy(c);
-  copy.set_db_type(db);
-  return copy.col_name();
-}
-
-}  // namespace
-
 SeqenceBuilder::SeqenceBuilder(const std::shared_ptr<tessel::CConnect>& conn) : db_conn_(conn) {
   db_type_ = internal::dialect_of(db_conn_);
   ptr_builder_ = make_seq(db_type_, db_conn_);
@@ -48,25 +32,27 @@ void SeqenceBuilder::Reset() {
 }
 
 SeqenceBuilder& SeqenceBuilder::NEXT_VAL(const seq& s, const tab& t) {
-  if (SQLSeq* b = VEXEL_IMPL()) b->NEXT_VAL(s.seq_name(), rendered(t, db_type_));
+  if (SQLSeq* b = VEXEL_IMPL()) b->NEXT_VAL(s.seq_name(), internal::table_text(t, db_type_));
   return *this;
 }
 
 SeqenceBuilder& SeqenceBuilder::MANUAL_NEXT_VAL(const seq& s, const tab& t, const col& c) {
   if (SQLSeq* b = VEXEL_IMPL()) {
-    b->MANUAL_NEXT_VAL(s.seq_name(), rendered(t, db_type_), rendered(c, db_type_));
+    b->MANUAL_NEXT_VAL(s.seq_name(), internal::table_text(t, db_type_),
+                       internal::column_text(c, db_type_));
   }
   return *this;
 }
 
 SeqenceBuilder& SeqenceBuilder::SET_VAL(const seq& s, const int& value, const tab& t) {
-  if (SQLSeq* b = VEXEL_IMPL()) b->SET_VAL(s.seq_name(), value, rendered(t, db_type_));
+  if (SQLSeq* b = VEXEL_IMPL()) b->SET_VAL(s.seq_name(), value, internal::table_text(t, db_type_));
   return *this;
 }
 
 SeqenceBuilder& SeqenceBuilder::SET_VAL(const seq& s, const aggr_func& aggregate, const tab& t) {
   if (SQLSeq* b = VEXEL_IMPL()) {
-    b->SET_VAL(s.seq_name(), rendered(aggregate, db_type_), rendered(t, db_type_));
+    b->SET_VAL(s.seq_name(), internal::column_text(aggregate, db_type_),
+               internal::table_text(t, db_type_));
   }
   return *this;
 }

@@ -35,11 +35,7 @@ void UpdateBuilder::Reset() {
 std::vector<std::string> UpdateBuilder::table_names(const std::vector<tab>& tables) const {
   std::vector<std::string> names;
   names.reserve(tables.size());
-  for (const tab& t : tables) {
-    tab copy(t);
-    copy.set_db_type(db_type_);
-    names.push_back(copy.table_name());
-  }
+  for (const tab& t : tables) names.push_back(internal::table_text(t, db_type_));
   return names;
 }
 

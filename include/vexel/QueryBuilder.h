@@ -85,8 +85,6 @@ class VEXEL_API QueryBuilder {
  private:
   // "(" + sub's text + ")" [+ " AS " + alias], taking over its view flag.
   std::string subquery(const QueryBuilder& sub, const std::string& alias);
-  std::string rendered(const tab& t) const;
-  std::string rendered(const view& v) const;
 
   bool public_view_ = false;
   std::shared_ptr<SQLQuery> ptr_builder_;

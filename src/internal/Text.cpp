@@ -25,6 +25,20 @@ std::vector<col> with_dialect(const std::vector<col>& cols, tessel::DBTYPE db) {
   return out;
 }
 
+std::string table_text(const tab& t, tessel::DBTYPE db) {
+  tab copy(t);
+  copy.set_db_type(db);
+  return copy.table_name();
+}
+
+std::string view_text(const view& v, tessel::DBTYPE db) {
+  view copy(v);
+  copy.set_db_type(db);
+  return copy.view_name();
+}
+
+std::string column_text(const col& c, tessel::DBTYPE db) { return col(c, db).col_name(); }
+
 std::string join_names(const std::vector<col>& cols) {
   return join(cols, [](const col& c) { return c.col_name(); });
 }

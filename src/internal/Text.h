@@ -9,6 +9,8 @@
 #include <vector>
 
 #include "vexel/col.h"
+#include "vexel/tab.h"
+#include "vexel/view.h"
 
 namespace vexel {
 namespace internal {
@@ -17,6 +19,11 @@ namespace internal {
 // the column's, decides how a stored column renders.
 col with_dialect(const col& c, tessel::DBTYPE db);
 std::vector<col> with_dialect(const std::vector<col>& cols, tessel::DBTYPE db);
+
+// A table's, view's or column's text as the builder's dialect renders it.
+std::string table_text(const tab& t, tessel::DBTYPE db);
+std::string view_text(const view& v, tessel::DBTYPE db);
+std::string column_text(const col& c, tessel::DBTYPE db);
 
 // Columns by col::col_name(), separated by " , ". A column that renders
 // empty while nothing was written yet adds no separator.

@@ -7,6 +7,7 @@
 #include "SQLDelete.h"
 #include "SQLUpdate.h"
 #include "support/CaptureLog.h"
+#include "support/DataChangeRoutes.h"
 #include "support/Dialects.h"
 #include "vexel/vexel.h"
 
@@ -59,42 +60,24 @@ TEST(Delete, TextPerDialect) {
 // PostgreSQL and SQLite end the plain form with ";", never the returning
 // form; SQL Server sends the text as rendered.
 TEST(Delete, ExecutionRoutesAndFailures) {
-  const struct {
-    int code;
-    bool returning;
-    const char* op;
-    const char* site;
-    std::string sql;
-  } cases[] = {
-      {1, false, "ExecuteUpdate", "SQLiteDelete", "DELETE FROM t WHERE id = 1;"},
-      {2, false, "ExecuteUpdate", "PGDelete", "DELETE FROM t WHERE id = 1;"},
-      {3, false, "ExecuteUpdate", "SQLServerDelete", "DELETE FROM t WHERE id = 1"},
-      {7, false, "ExecuteUpdate", "PGDelete", "DELETE FROM t WHERE id = 1;"},
-      {1, true, "ExecuteReturning", "SQLiteDelete", "DELETE FROM t WHERE id = 1 RETURNING id"},
-      {2, true, "ExecuteReturning", "PGDelete", "DELETE FROM t WHERE id = 1 RETURNING id"},
-      {3, true, "ExecuteReturning", "SQLServerDelete",
-       "DELETE FROM t OUTPUT deleted.id WHERE id = 1"},
-      {7, true, "ExecuteReturning", "PGDelete", "DELETE FROM t WHERE id = 1 RETURNING id"},
-  };
-  for (const auto& tc : cases) {
-    for (bool fail : {false, true}) {
-      auto conn = fake(tc.code);
-      if (fail) conn->FailOn(tc.op);
-      vexel::DeleteBuilder b(conn);
-      b.DELETE_FROM(vexel::tab("t")).WHERE(c("id") == 1);
-      if (tc.returning) b.RETURNING({c("id")});
-      CaptureLog log;
-      EXPECT_EQ(b.Execute(), !fail) << tc.code;
-      EXPECT_EQ(conn->statements(), std::vector<std::string>{tc.op + (":" + tc.sql)});
-      const std::vector<std::string> lines =
-          fail ? std::vector<std::string>{"5|[vexel::" + std::string(tc.site) +
-                                          "::" + (tc.returning ? "ExecuteReturning" : "Execute") +
-                                          "]ExecuteQuery failed errorcode:42.error_info:boom,sql:" +
-                                          tc.sql + ".["}
-               : std::vector<std::string>{};
-      EXPECT_EQ(log.texts(), lines) << tc.code;
-    }
-  }
+  vexel_test::check_routes(
+      {
+          {1, false, "ExecuteUpdate", "SQLiteDelete", "DELETE FROM t WHERE id = 1;"},
+          {2, false, "ExecuteUpdate", "PGDelete", "DELETE FROM t WHERE id = 1;"},
+          {3, false, "ExecuteUpdate", "SQLServerDelete", "DELETE FROM t WHERE id = 1"},
+          {7, false, "ExecuteUpdate", "PGDelete", "DELETE FROM t WHERE id = 1;"},
+          {1, true, "ExecuteReturning", "SQLiteDelete", "DELETE FROM t WHERE id = 1 RETURNING id"},
+          {2, true, "ExecuteReturning", "PGDelete", "DELETE FROM t WHERE id = 1 RETURNING id"},
+          {3, true, "ExecuteReturning", "SQLServerDelete",
+           "DELETE FROM t OUTPUT deleted.id WHERE id = 1"},
+          {7, true, "ExecuteReturning", "PGDelete", "DELETE FROM t WHERE id = 1 RETURNING id"},
+      },
+      [](const std::shared_ptr<vexel_test::FakeConnect>& conn, bool returning) {
+        vexel::DeleteBuilder b(conn);
+        b.DELETE_FROM(vexel::tab("t")).WHERE(c("id") == 1);
+        if (returning) b.RETURNING({c("id")});
+        return b.Execute();
+      });
 }
 
 TEST(Delete, MissingConnection) {

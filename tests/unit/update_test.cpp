@@ -5,6 +5,7 @@
 #include <functional>
 
 #include "support/CaptureLog.h"
+#include "support/DataChangeRoutes.h"
 #include "support/Dialects.h"
 #include "vexel/vexel.h"
 
@@ -178,42 +179,23 @@ TEST(Update, BatchValuesAddsColumnsReplacesRows) {
 }
 
 TEST(Update, ExecutionRoutesAndFailures) {
-  const struct {
-    int code;
-    bool returning;
-    const char* op;
-    const char* site;
-    std::string sql;
-  } cases[] = {
-      {1, false, "ExecuteUpdate", "SQLiteUpdate", "UPDATE t SET a = 1"},
-      {2, false, "ExecuteUpdate", "PGUpdate", "UPDATE t SET a = 1"},
-      {3, false, "ExecuteUpdate", "SQLServerUpdate", "UPDATE t SET a = 1"},
-      {7, false, "ExecuteUpdate", "PGUpdate", "UPDATE t SET a = 1"},
-      {1, true, "ExecuteReturning", "SQLiteUpdate", "UPDATE t SET a = 1 RETURNING a"},
-      {2, true, "ExecuteReturning", "PGUpdate", "UPDATE t SET a = 1 RETURNING a"},
-      {3, true, "ExecuteReturning", "SQLServerUpdate", "UPDATE t SET a = 1 OUTPUT inserted.a"},
-      {7, true, "ExecuteReturning", "PGUpdate", "UPDATE t SET a = 1 RETURNING a"},
-  };
-  for (const auto& tc : cases) {
-    for (bool fail : {false, true}) {
-      auto conn = fake(tc.code);
-      if (fail) conn->FailOn(tc.op);
-      vexel::UpdateBuilder b(conn);
-      b.UPDATE(vexel::tab("t")).SET(c("a"), v(1));
-      if (tc.returning) b.RETURNING({c("a")});
-      CaptureLog log;
-      EXPECT_EQ(b.Execute(), !fail) << tc.code;
-      EXPECT_EQ(conn->statements(), std::vector<std::string>{tc.op + (":" + tc.sql)});
-      const std::vector<std::string> lines =
-          fail ? std::vector<std::string>{"5|[vexel::" + std::string(tc.site) +
-                                          "::" + (tc.returning ? "ExecuteReturning" : "Execute") +
-                                          "]ExecuteQuery failed errorcode:42.error_info:boom,sql:" +
-                                          tc.sql + ".["}
-               : std::vector<std::string>{};
-      EXPECT_EQ(log.texts(), lines) << tc.code;
-      EXPECT_EQ(conn->count("GetLastError"), fail ? 1 : 0);
-    }
-  }
+  vexel_test::check_routes(
+      {
+          {1, false, "ExecuteUpdate", "SQLiteUpdate", "UPDATE t SET a = 1"},
+          {2, false, "ExecuteUpdate", "PGUpdate", "UPDATE t SET a = 1"},
+          {3, false, "ExecuteUpdate", "SQLServerUpdate", "UPDATE t SET a = 1"},
+          {7, false, "ExecuteUpdate", "PGUpdate", "UPDATE t SET a = 1"},
+          {1, true, "ExecuteReturning", "SQLiteUpdate", "UPDATE t SET a = 1 RETURNING a"},
+          {2, true, "ExecuteReturning", "PGUpdate", "UPDATE t SET a = 1 RETURNING a"},
+          {3, true, "ExecuteReturning", "SQLServerUpdate", "UPDATE t SET a = 1 OUTPUT inserted.a"},
+          {7, true, "ExecuteReturning", "PGUpdate", "UPDATE t SET a = 1 RETURNING a"},
+      },
+      [](const std::shared_ptr<vexel_test::FakeConnect>& conn, bool returning) {
+        vexel::UpdateBuilder b(conn);
+        b.UPDATE(vexel::tab("t")).SET(c("a"), v(1));
+        if (returning) b.RETURNING({c("a")});
+        return b.Execute();
+      });
 }
 
 TEST(Update, MissingConnectionAndMissingDialectValue) {
