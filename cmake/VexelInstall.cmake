@@ -49,6 +49,7 @@ install(FILES "${PROJECT_BINARY_DIR}/vexelConfig.cmake"
 # installation moved elsewhere (cmake --install --prefix, a package
 # unpacked under another root) still builds.
 file(RELATIVE_PATH VEXEL_PC_TO_PREFIX "/prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/prefix")
+string(REGEX REPLACE "/$" "" VEXEL_PC_TO_PREFIX "${VEXEL_PC_TO_PREFIX}")
 if(IS_ABSOLUTE "${CMAKE_INSTALL_LIBDIR}")
   set(VEXEL_PC_PREFIX "${CMAKE_INSTALL_PREFIX}")
 else()
