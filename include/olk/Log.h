@@ -16,6 +16,7 @@
 #define OLK_PRINTF_FORMAT(fmt_index, first_arg)
 #endif
 
-OLK_LOG_API int write_log(int level, const char* module, const char* format, ...) OLK_PRINTF_FORMAT(3, 4);
+OLK_LOG_API int write_log(int level, const char* module, const char* format, ...)
+    OLK_PRINTF_FORMAT(3, 4);
 
 #endif  // OLK_LOG_H

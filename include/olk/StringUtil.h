@@ -20,7 +20,8 @@ OLK_BASE_API std::string vstr_fmt(const char* format, va_list args);
 
 // A copy of `text` with every occurrence of `from` replaced by `to`; an
 // empty `from` leaves the text unchanged.
-OLK_BASE_API std::string StringReplace(const std::string& text, const std::string& from, const std::string& to);
+OLK_BASE_API std::string StringReplace(const std::string& text, const std::string& from,
+                                       const std::string& to);
 
 }  // namespace StringUtil
 }  // namespace Base

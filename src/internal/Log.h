@@ -51,9 +51,8 @@ void log_line(int level, const std::string& function, const char* file, int line
 #endif
 
 // The calling operation as a Site, for shared helpers that log on its behalf.
-#define VEXEL_SITE                                                                        \
-  (::vexel::internal::Site{VEXEL_PRETTY_FUNCTION, __FILE__ + (VEXEL_SOURCE_ROOT_LENGTH), \
-                           __LINE__})
+#define VEXEL_SITE \
+  (::vexel::internal::Site{VEXEL_PRETTY_FUNCTION, __FILE__ + (VEXEL_SOURCE_ROOT_LENGTH), __LINE__})
 
 // VEXEL_LOG_AT(site, level, format, args...): one line on behalf of `site`.
 #define VEXEL_LOG_AT(site, level, ...)                                                     \
