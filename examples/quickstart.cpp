@@ -12,10 +12,9 @@
 #include <string>
 #include <vector>
 
+#include <tessel/DialectConnect.h>
 #include <tessel/SQLiteConnect.h>
 #include <vexel/vexel.h>
-
-#include "DialectOnly.h"
 
 using vexel::col;
 using vexel::QueryBuilder;
@@ -87,7 +86,7 @@ void print_texts(const std::string& title, const std::function<void(Builder&)>& 
                    {"SQL Server", tessel::DB_SQLSERVER},
                    {"SQLite", tessel::DB_SQLITE}};
   for (const auto& d : kDialects) {
-    Builder text_only(std::make_shared<DialectOnly>(d.db));
+    Builder text_only(std::make_shared<tessel::DialectConnect>(d.db));
     build(text_only);
     std::cout << "  " << std::left << std::setw(12) << d.name << text_only.tosql() << "\n";
   }
@@ -168,7 +167,7 @@ int main() {
   ok &= walk(db, "4. A union: fruit, and anything ordered ten at a time", [](QueryBuilder& q) {
     // A statement used inside another only lends its text: build it in the
     // outer statement's dialect.
-    QueryBuilder bulk(std::make_shared<DialectOnly>(q.db_type()));
+    QueryBuilder bulk(std::make_shared<tessel::DialectConnect>(q.db_type()));
     bulk.SELECT({products.col("name")})
         .FROM(products)
         .JOIN(orders)
@@ -181,7 +180,7 @@ int main() {
   });
 
   ok &= walk(db, "5. A left join on a subquery: products never ordered", [](QueryBuilder& q) {
-    QueryBuilder sold(std::make_shared<DialectOnly>(q.db_type()));
+    QueryBuilder sold(std::make_shared<tessel::DialectConnect>(q.db_type()));
     sold.SELECT({orders.col("product_id")}).FROM(orders);
     q.SELECT({products.col("name")})
         .FROM(products)

@@ -17,20 +17,3 @@ target_link_libraries(vexel_sqlite_connect PUBLIC vexel_connect_base
 
 vexel_host_library(vexel_pg_connect pg_connect postgres/PGConnect.cpp)
 target_link_libraries(vexel_pg_connect PUBLIC vexel_connect_base PRIVATE PostgreSQL::PostgreSQL)
-
-set_property(GLOBAL APPEND PROPERTY VEXEL_EXTRA_INSTALL_TARGETS vexel_connect_base
-                                                                vexel_sqlite_connect
-                                                                vexel_pg_connect)
-
-# Static libraries carry their engines' client libraries as link
-# dependencies, so a package consumer must find them too.
-set(VEXEL_DEPENDENCIES_FILE "${PROJECT_BINARY_DIR}/vexelDependencies.cmake")
-file(WRITE "${VEXEL_DEPENDENCIES_FILE}"
-     "# Client libraries of the SQLite and PostgreSQL connections.\n"
-     "include(CMakeFindDependencyMacro)\n"
-     "find_dependency(SQLite3)\n"
-     "find_dependency(PostgreSQL)\n"
-     "find_dependency(ICU COMPONENTS uc i18n)\n")
-if(VEXEL_INSTALL)
-  install(FILES "${VEXEL_DEPENDENCIES_FILE}" DESTINATION "${CMAKE_INSTALL_LIBDIR}/cmake/vexel")
-endif()

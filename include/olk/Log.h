@@ -7,6 +7,8 @@
 #ifndef OLK_LOG_H
 #define OLK_LOG_H
 
+#include "olk/Export.h"
+
 #if defined(__GNUC__) || defined(__clang__)
 #define OLK_PRINTF_FORMAT(fmt_index, first_arg) \
   __attribute__((format(printf, fmt_index, first_arg)))
@@ -14,6 +16,7 @@
 #define OLK_PRINTF_FORMAT(fmt_index, first_arg)
 #endif
 
-int write_log(int level, const char* module, const char* format, ...) OLK_PRINTF_FORMAT(3, 4);
+OLK_LOG_API int write_log(int level, const char* module, const char* format, ...)
+    OLK_PRINTF_FORMAT(3, 4);
 
 #endif  // OLK_LOG_H

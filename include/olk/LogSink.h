@@ -7,6 +7,8 @@
 #include <functional>
 #include <string>
 
+#include "olk/Export.h"
+
 namespace Olk {
 namespace Log {
 
@@ -16,10 +18,10 @@ using Sink = std::function<void(int level, const std::string& module, const std:
 // sink that was installed before, so callers can put it back. A sink may
 // call SetSink itself; a line it writes while it runs goes to the default
 // sink, never back into itself.
-Sink SetSink(Sink sink);
+OLK_LOG_API Sink SetSink(Sink sink);
 
 // The default sink: "[module] text" on standard error for levels >= 4.
-void DefaultSink(int level, const std::string& module, const std::string& text);
+OLK_LOG_API void DefaultSink(int level, const std::string& module, const std::string& text);
 
 }  // namespace Log
 }  // namespace Olk

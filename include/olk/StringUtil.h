@@ -5,6 +5,7 @@
 #include <cstdarg>
 #include <string>
 
+#include "olk/Export.h"
 #include "olk/Log.h"  // OLK_PRINTF_FORMAT
 
 namespace Olk {
@@ -12,14 +13,15 @@ namespace Base {
 namespace StringUtil {
 
 // printf-style formatting into a string of whatever length it needs.
-std::string str_fmt(const char* format, ...) OLK_PRINTF_FORMAT(1, 2);
+OLK_BASE_API std::string str_fmt(const char* format, ...) OLK_PRINTF_FORMAT(1, 2);
 
 // The same with an argument list; `args` is left untouched (it is copied).
-std::string vstr_fmt(const char* format, va_list args);
+OLK_BASE_API std::string vstr_fmt(const char* format, va_list args);
 
 // A copy of `text` with every occurrence of `from` replaced by `to`; an
 // empty `from` leaves the text unchanged.
-std::string StringReplace(const std::string& text, const std::string& from, const std::string& to);
+OLK_BASE_API std::string StringReplace(const std::string& text, const std::string& from,
+                                       const std::string& to);
 
 }  // namespace StringUtil
 }  // namespace Base

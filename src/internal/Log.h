@@ -42,8 +42,17 @@ void log_line(int level, const std::string& function, const char* file, int line
 #define VEXEL_PRETTY_FUNCTION __PRETTY_FUNCTION__
 #endif
 
+// Log lines name the source file relative to the project root ("src/..."),
+// the same on every build machine and platform. The build passes the length
+// of the root's absolute path, which __FILE__ starts with; cutting by length
+// leaves the separators as the compiler wrote them.
+#ifndef VEXEL_SOURCE_ROOT_LENGTH
+#define VEXEL_SOURCE_ROOT_LENGTH 0
+#endif
+
 // The calling operation as a Site, for shared helpers that log on its behalf.
-#define VEXEL_SITE (::vexel::internal::Site{VEXEL_PRETTY_FUNCTION, __FILE__, __LINE__})
+#define VEXEL_SITE \
+  (::vexel::internal::Site{VEXEL_PRETTY_FUNCTION, __FILE__ + (VEXEL_SOURCE_ROOT_LENGTH), __LINE__})
 
 // VEXEL_LOG_AT(site, level, format, args...): one line on behalf of `site`.
 #define VEXEL_LOG_AT(site, level, ...)                                                     \

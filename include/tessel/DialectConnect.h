@@ -1,18 +1,21 @@
 // A connection that only states a dialect. A builder made over it renders
-// that dialect's text; its execute operations fail, since there is no
-// database behind it. Handy for printing or logging statements.
-#ifndef VEXEL_EXAMPLES_DIALECTONLY_H
-#define VEXEL_EXAMPLES_DIALECTONLY_H
+// that dialect's text without a database: to print or log another dialect's
+// statements, or to render in a program that executes elsewhere. Its execute
+// operations fail, and the cursor is always at its end.
+#ifndef TESSEL_DIALECTCONNECT_H
+#define TESSEL_DIALECTCONNECT_H
 
 #include <string>
 
-#include <tessel/CConnect.h>
+#include "tessel/CConnect.h"
 
-class DialectOnly : public tessel::CConnect {
+namespace tessel {
+
+class DialectConnect : public CConnect {
  public:
-  explicit DialectOnly(tessel::DBTYPE db) : db_(db) {}
+  explicit DialectConnect(DBTYPE db) : db_(db) {}
 
-  tessel::DBTYPE GetDBType() override { return db_; }
+  DBTYPE GetDBType() override { return db_; }
 
   bool ExecuteUpdate(const std::string&) override { return false; }
   bool ExecuteQuery(const std::string&) override { return false; }
@@ -35,7 +38,9 @@ class DialectOnly : public tessel::CConnect {
   int GetFieldInt(const std::string&) override { return 0; }
 
  private:
-  tessel::DBTYPE db_;
+  DBTYPE db_;
 };
 
-#endif  // VEXEL_EXAMPLES_DIALECTONLY_H
+}  // namespace tessel
+
+#endif  // TESSEL_DIALECTCONNECT_H
