@@ -175,7 +175,7 @@ TEST(With, LifeCycle) {
   assigned.WithDo("SELECT 3");
   EXPECT_EQ(moved.tosql(), "WITH RECURSIVE  SELECT 1") << "assignment copies";
   // A moved-to builder has no facade connection: Reset falls back to
-  // PostgreSQL, as after a copy.
+  // PostgreSQL.
   moved.Reset();
   EXPECT_EQ(moved.tosql(), "WITH  ");
   EXPECT_EQ(moved.db_type(), tessel::DB_POSTGRESQL);
