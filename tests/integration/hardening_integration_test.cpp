@@ -33,8 +33,8 @@ TEST_P(HardeningIT, SequenceResetQuotesCatalogueNames) {
   Exec("INSERT INTO " + s + "victims VALUES (1), (2), (3)");
   Exec("CREATE TABLE " + s + "\"" + evil + "\" (id" + auto_id + ", n INTEGER)");
   Exec("INSERT INTO " + s + "\"" + evil + "\" (id) VALUES (4)");
-  Exec("CREATE TABLE " + s + "\"Orders\" (\"ID\"" + auto_id + ", \"select\" TEXT)");
-  Exec("INSERT INTO " + s + "\"Orders\" (\"ID\") VALUES (7)");
+  Exec("CREATE TABLE " + s + "\"Orders\" (\"order\"" + auto_id + ", note TEXT)");
+  Exec("INSERT INTO " + s + "\"Orders\" (\"order\") VALUES (7)");
   if (is_sqlite()) Exec("UPDATE sqlite_sequence SET seq = 1");
 
   auto conn = is_sqlite() ? std::make_shared<TableWordConnect>(raw_) : conn_;
@@ -47,7 +47,7 @@ TEST_P(HardeningIT, SequenceResetQuotesCatalogueNames) {
   }
   const std::string next = "SELECT nextval(pg_get_serial_sequence('" + s;
   EXPECT_EQ(Query(next + "\"" + evil + "\"', 'id')) AS v", {"v"}), (Rows{{"5"}}));
-  EXPECT_EQ(Query(next + "\"Orders\"', 'ID')) AS v", {"v"}), (Rows{{"8"}}));
+  EXPECT_EQ(Query(next + "\"Orders\"', 'order')) AS v", {"v"}), (Rows{{"8"}}));
 }
 
 TEST_P(HardeningIT, EmptyConditionChangesEveryRowUnlessStrict) {
