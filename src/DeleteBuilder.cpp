@@ -3,6 +3,7 @@
 #include "SQLDelete.h"
 #include "internal/Facade.h"
 #include "internal/Log.h"
+#include "internal/StrictWhere.h"
 #include "internal/Text.h"
 #include "vexel/CommonExpr.h"
 
@@ -16,7 +17,7 @@ DeleteBuilder::DeleteBuilder(const std::shared_ptr<tessel::CConnect>& conn) : db
 // A copy is independent: its own implementation with the clauses and the
 // implementation's connection.
 DeleteBuilder::DeleteBuilder(const DeleteBuilder& other)
-    : db_type_(other.db_type_), returning_(other.returning_) {
+    : db_type_(other.db_type_), returning_(other.returning_), strict_where_(other.strict_where_) {
   ptr_builder_ = internal::copy_or_fresh(db_type_, other.ptr_builder_, &copy_delete, &make_delete);
 }
 
@@ -33,7 +34,11 @@ DeleteBuilder& DeleteBuilder::DELETE_FROM(const tab& t) {
 }
 
 DeleteBuilder& DeleteBuilder::WHERE(const CommonExpr& condition) {
-  if (SQLDelete* b = VEXEL_IMPL()) b->WHERE(condition.GetExpr(db_type_));
+  if (SQLDelete* b = VEXEL_IMPL()) {
+    const std::string text = condition.GetExpr(db_type_);
+    internal::warn_if_unfiltered(text, VEXEL_SITE);
+    b->WHERE(text);
+  }
   return *this;
 }
 
@@ -57,9 +62,17 @@ DeleteBuilder& DeleteBuilder::RETURNING(const std::vector<col>& cols) {
   return *this;
 }
 
+DeleteBuilder& DeleteBuilder::set_strict_where(bool strict) {
+  strict_where_ = strict;
+  return *this;
+}
+
 bool DeleteBuilder::Execute() {
   SQLDelete* b = VEXEL_IMPL();
   if (b == nullptr) return false;
+  if (internal::refuse_unfiltered(strict_where_, b->where_renders_empty(), VEXEL_SITE)) {
+    return false;
+  }
   return returning_ ? b->ExecuteReturning() : b->Execute();
 }
 

@@ -28,7 +28,13 @@ class SQLDelete {
   tessel::DBTYPE db_type() const { return db_type_; }
 
   void DELETE_FROM(const std::string& table_name) { table_name_ = table_name; }
-  void WHERE(const std::string& text) { where_ = text; }
+  void WHERE(const std::string& text) {
+    where_ = text;
+    where_given_ = true;
+  }
+  // A WHERE was given, and nothing of it renders: the statement would
+  // change every row.
+  bool where_renders_empty() const { return where_given_ && where_.empty(); }
   // No brackets and no check that a condition was set: callers rely on it.
   void AND(const std::string& text) { where_ += " AND " + text; }
   void OR(const std::string& text) { where_ += " OR " + text; }
@@ -53,6 +59,7 @@ class SQLDelete {
   std::string table_name_;
   std::vector<col> returning_columns_;
   std::string where_;
+  bool where_given_ = false;
   tessel::DBTYPE db_type_ = tessel::DB_POSTGRESQL;
   std::shared_ptr<tessel::CConnect> db_conn_;
 };

@@ -65,20 +65,19 @@ std::string SQLInsert::upsert_text() const {
   return sql;
 }
 
-bool SQLInsert::sqlserver_text(std::string& sql, const internal::Site& site) const {
+std::string SQLInsert::sqlserver_text() const {
+  std::string sql;
   if (conflict_columns_.empty()) {
     sql = "INSERT INTO " + table_name_ + "(" + names(columns_) + ")";
     // Capital "Inserted." here, "inserted." in MERGE: both are what hosts expect.
     if (!returning_columns_.empty()) sql += " OUTPUT " + names(returning_columns_, "Inserted.");
     sql += " VALUES " + rows_text(values_);
-    return true;
+    return sql;
   }
   if (values_.size() != 1) {
-    // The misspelling is the message hosts know. Reported instead of thrown.
-    VEXEL_LOG_AT(site, 5, "[%s]invaild param, values size = %d.[%s(%d)]",
-                 static_cast<int>(values_.size()));
-    sql.clear();
-    return false;
+    // The one exception the library throws, and a std::string at that:
+    // callers catch this exact text, misspelling included.
+    throw std::string("invaild param, values size = ") + std::to_string(values_.size());
   }
   const std::string row = row_text(values_.front());
   const std::string cols = names(columns_);
@@ -103,12 +102,7 @@ bool SQLInsert::sqlserver_text(std::string& sql, const internal::Site& site) con
   }
   if (!returning_columns_.empty()) sql += " OUTPUT " + names(returning_columns_, "inserted.");
   sql += ";";
-  return true;
-}
-
-bool SQLInsert::render(std::string& sql, const internal::Site&) const {
-  sql = tosql();
-  return true;
+  return sql;
 }
 
 bool SQLInsert::run(const RunForm& form, const internal::Site& site) {
@@ -116,8 +110,8 @@ bool SQLInsert::run(const RunForm& form, const internal::Site& site) {
     VEXEL_LOG_AT(site, 5, "[%s]db_conn_ is nullptr.[%s(%d)]");
     return false;
   }
-  std::string sql;
-  if (!render(sql, site)) return false;
+  // A malformed SQL Server MERGE throws from here to the caller.
+  const std::string sql = tosql();
   internal::ExecRequest request;
   request.site = site;
   request.op = form.op;

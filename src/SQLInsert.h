@@ -52,12 +52,10 @@ class SQLInsert {
  protected:
   ~SQLInsert() = default;
 
-  // The statement to run, or false (after a log line under `site`) when
-  // the clauses make no statement.
-  virtual bool render(std::string& sql, const internal::Site& site) const;
-
   std::string upsert_text() const;
-  bool sqlserver_text(std::string& sql, const internal::Site& site) const;
+  // Throws the std::string "invaild param, values size = N" for a MERGE
+  // whose VALUES rows are not exactly one.
+  std::string sqlserver_text() const;
   bool run(const RunForm& form, const internal::Site& site);
 
  private:

@@ -35,7 +35,13 @@ class SQLUpdate {
   // Keyed by name: a later SET of a column replaces it, and the list
   // renders in name order.
   void SET(const std::string& name, const std::string& value) { set_values_[name] = value; }
-  void WHERE(const std::string& text) { where_ = text; }
+  void WHERE(const std::string& text) {
+    where_ = text;
+    where_given_ = true;
+  }
+  // A WHERE was given, and nothing of it renders: the statement would
+  // change every row.
+  bool where_renders_empty() const { return where_given_ && where_.empty(); }
   // No brackets and no check that a condition was set: callers rely on it.
   void AND(const std::string& text) { where_ += " AND " + text; }
   void OR(const std::string& text) { where_ += " OR " + text; }
@@ -86,6 +92,7 @@ class SQLUpdate {
   std::vector<col> returning_columns_;
   std::map<std::string, std::string> set_values_;
   std::string where_;
+  bool where_given_ = false;
   std::string update_column_;
   std::vector<std::string> vacuum_tables_;
   std::vector<std::pair<std::string, std::string>> union_sets_;

@@ -1,5 +1,6 @@
 #include "vexel/SQLValue.h"
 
+#include "internal/Text.h"
 #include "vexel/SQLExpr.h"
 
 namespace vexel {
@@ -33,9 +34,10 @@ SQLValue::SQLValue(const unsigned long long& v) : value_(std::to_string(v)) {}
 SQLValue::SQLValue(const unsigned long long& v, const tessel::DBTYPE& db) : SQLValue(v) {
   db_type_ = db;
 }
-SQLValue::SQLValue(const float& v) : value_(std::to_string(v)) {}
+// std::to_string's six decimals, but never the host locale's decimal comma.
+SQLValue::SQLValue(const float& v) : value_(internal::fixed_six(v)) {}
 SQLValue::SQLValue(const float& v, const tessel::DBTYPE& db) : SQLValue(v) { db_type_ = db; }
-SQLValue::SQLValue(const double& v) : value_(std::to_string(v)) {}
+SQLValue::SQLValue(const double& v) : value_(internal::fixed_six(v)) {}
 SQLValue::SQLValue(const double& v, const tessel::DBTYPE& db) : SQLValue(v) { db_type_ = db; }
 // Strings are quoted but never escaped: callers depend on the text as given.
 SQLValue::SQLValue(const std::string& s) : value_(quoted(s)) {}

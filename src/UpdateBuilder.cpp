@@ -3,6 +3,7 @@
 #include "SQLUpdate.h"
 #include "internal/Facade.h"
 #include "internal/Log.h"
+#include "internal/StrictWhere.h"
 #include "internal/Text.h"
 #include "vexel/ArrayExpr.h"
 #include "vexel/QueryBuilder.h"
@@ -18,7 +19,10 @@ UpdateBuilder::UpdateBuilder(const std::shared_ptr<tessel::CConnect>& conn) : db
 // A copy is independent: its own implementation with the clauses and the
 // implementation's connection.
 UpdateBuilder::UpdateBuilder(const UpdateBuilder& other)
-    : table_name_(other.table_name_), db_type_(other.db_type_), returning_(other.returning_) {
+    : table_name_(other.table_name_),
+      db_type_(other.db_type_),
+      returning_(other.returning_),
+      strict_where_(other.strict_where_) {
   ptr_builder_ = internal::copy_or_fresh(db_type_, other.ptr_builder_, &copy_update, &make_update);
 }
 
@@ -105,7 +109,11 @@ UpdateBuilder& UpdateBuilder::SET(const col& c,
 }
 
 UpdateBuilder& UpdateBuilder::WHERE(const CommonExpr& condition) {
-  if (SQLUpdate* b = VEXEL_IMPL()) b->WHERE(condition.GetExpr(db_type_));
+  if (SQLUpdate* b = VEXEL_IMPL()) {
+    const std::string text = condition.GetExpr(db_type_);
+    internal::warn_if_unfiltered(text, VEXEL_SITE);
+    b->WHERE(text);
+  }
   return *this;
 }
 
@@ -170,9 +178,17 @@ UpdateBuilder& UpdateBuilder::BATCH_VALUES(const std::vector<col>& tmp_cols,
   return *this;
 }
 
+UpdateBuilder& UpdateBuilder::set_strict_where(bool strict) {
+  strict_where_ = strict;
+  return *this;
+}
+
 bool UpdateBuilder::Execute() {
   SQLUpdate* b = VEXEL_IMPL();
   if (b == nullptr) return false;
+  if (internal::refuse_unfiltered(strict_where_, b->where_renders_empty(), VEXEL_SITE)) {
+    return false;
+  }
   return returning_ ? b->ExecuteReturning() : b->Execute();
 }
 

@@ -18,7 +18,10 @@ WithBuilder::WithBuilder(const std::shared_ptr<tessel::CConnect>& conn)
   ptr_builder_ = make_with(db_type_, db_conn_);
 }
 
-WithBuilder::WithBuilder(const WithBuilder& other) : db_type_(other.db_type_) {
+// A copy keeps the facade's connection, so that Reset on it starts a fresh
+// statement on the same connection and dialect.
+WithBuilder::WithBuilder(const WithBuilder& other)
+    : db_conn_(other.db_conn_), db_type_(other.db_type_) {
   ptr_builder_ = internal::copy_or_fresh(db_type_, other.ptr_builder_, &copy_with, &make_with);
 }
 

@@ -4,21 +4,57 @@
 #include <cstdarg>
 #include <cstdio>
 
+#include <locale.h>
+#if defined(__APPLE__)
+#include <xlocale.h>
+#endif
+
 namespace Olk {
 namespace Base {
 namespace StringUtil {
+namespace {
+
+// Texts built here become SQL and log lines, which must not follow the
+// host's locale: "%f" under de_DE would write a decimal comma. Formatting
+// runs under the C locale, switched for the calling thread only.
+#if defined(_WIN32)
+_locale_t c_locale() {
+  static const _locale_t locale = _create_locale(LC_ALL, "C");
+  return locale;
+}
+
+int format_c(char* buffer, size_t size, const char* format, va_list args) {
+  return buffer == nullptr ? _vscprintf_l(format, c_locale(), args)
+                           : _vsnprintf_s_l(buffer, size, _TRUNCATE, format, c_locale(), args);
+}
+#else
+locale_t c_locale() {
+  static const locale_t locale = newlocale(LC_ALL_MASK, "C", static_cast<locale_t>(0));
+  return locale;
+}
+
+int format_c(char* buffer, size_t size, const char* format, va_list args) {
+  const locale_t c = c_locale();
+  const locale_t previous = c != static_cast<locale_t>(0) ? uselocale(c) : static_cast<locale_t>(0);
+  const int written = std::vsnprintf(buffer, size, format, args);
+  if (previous != static_cast<locale_t>(0)) uselocale(previous);
+  return written;
+}
+#endif
+
+}  // namespace
 
 std::string vstr_fmt(const char* format, va_list args) {
   if (format == nullptr) return std::string();
   va_list measure;
   va_copy(measure, args);
-  const int size = std::vsnprintf(nullptr, 0, format, measure);
+  const int size = format_c(nullptr, 0, format, measure);
   va_end(measure);
   if (size <= 0) return std::string();
   std::string text(static_cast<size_t>(size), '\0');
   va_list fill;
   va_copy(fill, args);
-  std::vsnprintf(&text[0], text.size() + 1, format, fill);
+  format_c(&text[0], text.size() + 1, format, fill);
   va_end(fill);
   return text;
 }

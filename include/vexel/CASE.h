@@ -32,7 +32,9 @@ class VEXEL_API CASE : public CommonExpr {
   CASE(CASE&&) = default;
   CASE& operator=(const CASE&) = default;
   CASE& operator=(CASE&&) = default;
-  ~CASE() override = default;
+  // Releases nested nodes one by one: a CASE nested however deep is
+  // destroyed without deep recursion.
+  ~CASE() override;
 
   // Condition forms: the next THEN pairs with this condition.
   CASE& WHEN(const Ptr_CommonExpr& condition);
@@ -60,6 +62,10 @@ class VEXEL_API CASE : public CommonExpr {
 
   std::string GetExpr(const tessel::DBTYPE& db_type) const override;
   void set_table_name(const std::string& table_name) override;
+
+ protected:
+  bool expand(std::vector<Piece>& out) const override;
+  void release_children(std::vector<std::shared_ptr<CommonExpr>>& out) override;
 
  private:
   using Node = std::shared_ptr<CommonExpr>;

@@ -3,15 +3,26 @@
 // rendered. Nodes are shared through std::shared_ptr; the destructor is
 // virtual (declared after the two operations, which keep their slots) so
 // that a node is destroyed whole however it is held.
+//
+// Nodes that hold other nodes (a condition holder, CASE) also describe
+// their text as a list of pieces and hand over their children on
+// destruction, so that a tree of any depth renders and is destroyed on an
+// explicit stack instead of by recursion. Leaves keep the defaults.
 #ifndef VEXEL_COMMONEXPR_H
 #define VEXEL_COMMONEXPR_H
 
+#include <memory>
 #include <string>
+#include <vector>
 
 #include "tessel/DBType.h"
 #include "vexel/export.h"
 
 namespace vexel {
+
+namespace internal {
+class ExprTree;
+}  // namespace internal
 
 class VEXEL_API CommonExpr {
  public:
@@ -27,6 +38,20 @@ class VEXEL_API CommonExpr {
   CommonExpr(CommonExpr&&) = default;
   CommonExpr& operator=(const CommonExpr&) = default;
   CommonExpr& operator=(CommonExpr&&) = default;
+
+  // One step of a node's text: either a literal `text` or a child `node`.
+  struct Piece {
+    const std::string* text;
+    const CommonExpr* node;
+  };
+  // Appends this node's text as pieces, in order, and answers true; a leaf
+  // answers false and renders through GetExpr. The pieces point into this
+  // node (or at static texts) and stay valid while the node is unchanged.
+  virtual bool expand(std::vector<Piece>& /*out*/) const { return false; }
+  // Moves every child pointer this node holds into `out`.
+  virtual void release_children(std::vector<std::shared_ptr<CommonExpr>>& /*out*/) {}
+
+  friend class internal::ExprTree;
 };
 
 }  // namespace vexel

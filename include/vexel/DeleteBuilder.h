@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "tessel/CConnect.h"
+#include "vexel/StrictWhere.h"
 #include "vexel/col.h"
 #include "vexel/export.h"
 #include "vexel/tab.h"
@@ -35,11 +36,20 @@ class VEXEL_API DeleteBuilder {
   tessel::DBTYPE db_type() const { return db_type_; }
 
   DeleteBuilder& DELETE_FROM(const tab& t);
+  // A condition that renders empty leaves no WHERE, so the statement
+  // changes every row: logged as a warning (level 4), and refused by
+  // Execute in strict mode.
   DeleteBuilder& WHERE(const CommonExpr& condition);
   DeleteBuilder& AND(const CommonExpr& condition);
   DeleteBuilder& OR(const CommonExpr& condition);
   // Accumulates; also makes Execute use the connection's ExecuteReturning.
   DeleteBuilder& RETURNING(const std::vector<col>& cols);
+
+  // Strict mode for this builder (see vexel/StrictWhere.h): Execute refuses
+  // the statement when its WHERE condition rendered empty. Kept by copies
+  // and Reset.
+  DeleteBuilder& set_strict_where(bool strict);
+  bool strict_where() const { return strict_where_; }
 
   bool Execute();
 
@@ -48,6 +58,7 @@ class VEXEL_API DeleteBuilder {
   std::shared_ptr<tessel::CConnect> db_conn_;
   tessel::DBTYPE db_type_ = tessel::DB_POSTGRESQL;
   bool returning_ = false;
+  bool strict_where_ = false;
 };
 
 }  // namespace vexel

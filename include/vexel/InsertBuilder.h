@@ -34,6 +34,9 @@ class VEXEL_API InsertBuilder {
   ~InsertBuilder();
 
   void Reset();
+  // On SQL Server, an ON_CONFLICT insert with other than one VALUES row
+  // throws the std::string "invaild param, values size = N" (the one
+  // exception of the library; callers catch that exact text).
   std::string tosql() const;
   tessel::DBTYPE db_type() const { return db_type_; }
 
@@ -57,6 +60,7 @@ class VEXEL_API InsertBuilder {
   // Also makes Execute use the connection's ExecuteReturning until Reset.
   InsertBuilder& RETURNING(const std::vector<col>& cols);
 
+  // Lets the exception of tosql through, before anything runs.
   bool Execute();
 
  private:

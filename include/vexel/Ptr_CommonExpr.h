@@ -25,7 +25,7 @@ class VEXEL_API Ptr_CommonExpr : public CommonExpr {
   Ptr_CommonExpr(Ptr_CommonExpr&&) = default;
   Ptr_CommonExpr& operator=(const Ptr_CommonExpr&) = default;
   Ptr_CommonExpr& operator=(Ptr_CommonExpr&&) = default;
-  // Releases nested holders one by one, so that a chain nested however deep
+  // Releases nested nodes one by one, so that a chain nested however deep
   // (a loop of `w = w.AND(x)`) is destroyed without deep recursion.
   ~Ptr_CommonExpr() override;
 
@@ -40,8 +40,6 @@ class VEXEL_API Ptr_CommonExpr : public CommonExpr {
   Ptr_CommonExpr& operator|(const Ptr_CommonExpr& other);
 
   std::string GetExpr(const tessel::DBTYPE& db_type) const override;
-  // How many holders are nested here, this one included.
-  size_t depth() const { return depth_; }
   void set_table_name(const std::string& table_name) override;
 
  protected:
@@ -50,17 +48,16 @@ class VEXEL_API Ptr_CommonExpr : public CommonExpr {
   void SetOperate(const std::string& op);
   void SetOperateV(const std::vector<Operand>& operates);
 
+  bool expand(std::vector<Piece>& out) const override;
+  void release_children(std::vector<std::shared_ptr<CommonExpr>>& out) override;
+
  private:
   Ptr_CommonExpr combine(const Ptr_CommonExpr& other, const char* op) const;
-  std::string render_deep(const tessel::DBTYPE& db_type) const;
-  // Moves this holder's node pointers into `out`.
-  void release_into(std::vector<std::shared_ptr<CommonExpr>>& out);
 
   std::shared_ptr<CommonExpr> left_;
   std::vector<Operand> operates_;
   std::shared_ptr<CommonExpr> right_;
   std::string operate_;
-  size_t depth_ = 1;
 };
 
 }  // namespace vexel

@@ -16,6 +16,7 @@
 
 #include "tessel/CConnect.h"
 #include "vexel/SQLValue.h"
+#include "vexel/StrictWhere.h"
 #include "vexel/col.h"
 #include "vexel/export.h"
 #include "vexel/tab.h"
@@ -52,6 +53,9 @@ class VEXEL_API UpdateBuilder {
   // The value for the builder's dialect; without one the builder is left
   // unchanged and the miss is logged.
   UpdateBuilder& SET(const col& c, const std::map<tessel::DBTYPE, SQLValue>& per_dialect);
+  // A condition that renders empty leaves no WHERE, so the statement
+  // changes every row: logged as a warning (level 4), and refused by
+  // Execute in strict mode.
   UpdateBuilder& WHERE(const CommonExpr& condition);
   UpdateBuilder& AND(const CommonExpr& condition);
   UpdateBuilder& OR(const CommonExpr& condition);
@@ -71,6 +75,12 @@ class VEXEL_API UpdateBuilder {
   UpdateBuilder& BATCH_VALUES(const std::vector<col>& tmp_cols,
                               const std::vector<std::vector<SQLValue>>& tmp_values);
 
+  // Strict mode for this builder (see vexel/StrictWhere.h): Execute refuses
+  // the statement when its WHERE condition rendered empty. Kept by copies
+  // and Reset.
+  UpdateBuilder& set_strict_where(bool strict);
+  bool strict_where() const { return strict_where_; }
+
   bool Execute();
 
  private:
@@ -81,6 +91,7 @@ class VEXEL_API UpdateBuilder {
   std::shared_ptr<tessel::CConnect> db_conn_;
   tessel::DBTYPE db_type_ = tessel::DB_POSTGRESQL;
   bool returning_ = false;
+  bool strict_where_ = false;
 };
 
 }  // namespace vexel

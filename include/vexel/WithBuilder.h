@@ -28,6 +28,7 @@ class VEXEL_API WithBuilder {
  public:
   // An empty connection is not logged: the builder silently takes dialect 2.
   explicit WithBuilder(const std::shared_ptr<tessel::CConnect>& conn);
+  // An independent statement on the same connection.
   WithBuilder(const WithBuilder& other);
   // Takes over the other's statement; the other is left without one.
   WithBuilder(WithBuilder&& other) noexcept;

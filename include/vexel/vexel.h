@@ -20,6 +20,7 @@
 #include "vexel/SQLValue.h"
 #include "vexel/SeqenceBuilder.h"
 #include "vexel/SeqenceExpr.h"
+#include "vexel/StrictWhere.h"
 #include "vexel/TimeExpr.h"
 #include "vexel/UpdateBuilder.h"
 #include "vexel/WithBuilder.h"

@@ -1,5 +1,7 @@
 #include "vexel/CASE.h"
 
+#include "internal/ExprTree.h"
+
 namespace vexel {
 namespace {
 
@@ -10,13 +12,11 @@ std::shared_ptr<CommonExpr> node_of(const col& c) {
   return std::make_shared<SQLExpr>(c.col_name());
 }
 
-std::string text_of(const std::shared_ptr<CommonExpr>& node, tessel::DBTYPE db) {
-  return node ? node->GetExpr(db) : std::string();
-}
-
 }  // namespace
 
 CASE::CASE(const SQLExpr& operand) { set_operand(node_of(operand)); }
+
+CASE::~CASE() { internal::ExprTree::dismantle(*this); }
 
 CASE& CASE::when(Node condition) {
   pending_when_ = std::move(condition);
@@ -60,17 +60,43 @@ CASE& CASE::ELSE(const SQLValue& result) { return otherwise(node_of(result)); }
 CASE& CASE::ELSE(const col& result) { return otherwise(node_of(result)); }
 CASE& CASE::ELSE(std::shared_ptr<CommonExpr> result) { return otherwise(std::move(result)); }
 
+std::string CASE::GetExpr(const tessel::DBTYPE& db_type) const {
+  return internal::ExprTree::render(*this, db_type);
+}
+
 // The same text in every dialect; the dialect only reaches the parts.
 // Without an operand "CASE " meets " WHEN " and the text reads
 // "CASE  WHEN ..." with two blanks: hosts match it, keep it.
-std::string CASE::GetExpr(const tessel::DBTYPE& db_type) const {
-  std::string text = "CASE ";
-  if (has_operand_) text += text_of(operand_, db_type);
+bool CASE::expand(std::vector<Piece>& out) const {
+  static const std::string kCase = "CASE ";
+  static const std::string kWhen = " WHEN ";
+  static const std::string kThen = " THEN ";
+  static const std::string kElse = " ELSE ";
+  static const std::string kEnd = " END";
+  out.push_back({&kCase, nullptr});
+  if (has_operand_) out.push_back({nullptr, operand_.get()});
   for (const auto& branch : branches_) {
-    text += " WHEN " + text_of(branch.first, db_type) + " THEN " + text_of(branch.second, db_type);
+    out.push_back({&kWhen, nullptr});
+    out.push_back({nullptr, branch.first.get()});
+    out.push_back({&kThen, nullptr});
+    out.push_back({nullptr, branch.second.get()});
   }
-  if (has_else_) text += " ELSE " + text_of(else_expr_, db_type);
-  return text + " END";
+  if (has_else_) {
+    out.push_back({&kElse, nullptr});
+    out.push_back({nullptr, else_expr_.get()});
+  }
+  out.push_back({&kEnd, nullptr});
+  return true;
+}
+
+void CASE::release_children(std::vector<std::shared_ptr<CommonExpr>>& out) {
+  for (Node* node : {&operand_, &pending_when_, &else_expr_})
+    internal::ExprTree::hand_over(*node, out);
+  for (auto& branch : branches_) {
+    internal::ExprTree::hand_over(branch.first, out);
+    internal::ExprTree::hand_over(branch.second, out);
+  }
+  branches_.clear();
 }
 
 void CASE::set_table_name(const std::string& /*table_name*/) {}

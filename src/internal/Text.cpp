@@ -1,5 +1,8 @@
 #include "internal/Text.h"
 
+#include <charconv>
+#include <system_error>
+
 namespace vexel {
 namespace internal {
 namespace {
@@ -17,6 +20,16 @@ std::string join(const std::vector<col>& cols, Render render) {
 }  // namespace
 
 col with_dialect(const col& c, tessel::DBTYPE db) { return col(c, db); }
+
+std::string fixed_six(double value) {
+  // The largest double has 309 integer digits; sign, point and decimals
+  // add 8.
+  char buffer[330];
+  const std::to_chars_result result =
+      std::to_chars(buffer, buffer + sizeof(buffer), value, std::chars_format::fixed, 6);
+  if (result.ec != std::errc()) return std::string();
+  return std::string(buffer, result.ptr);
+}
 
 std::vector<col> with_dialect(const std::vector<col>& cols, tessel::DBTYPE db) {
   std::vector<col> out;

@@ -31,6 +31,11 @@ std::string join_names(const std::vector<col>& cols);
 // Columns by col::to_order(), separated by " , ".
 std::string join_orders(const std::vector<col>& cols);
 
+// A floating value with six decimals and no exponent, as printf's "%f"
+// writes it in the C locale ("1.500000", "-0.000001"), whatever locale the
+// host process runs under: a decimal comma would change the statement.
+std::string fixed_six(double value);
+
 // Allocates an implementation object; null when memory runs out, which the
 // facades report instead of throwing.
 template <typename T, typename... Args>

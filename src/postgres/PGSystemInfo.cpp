@@ -1,14 +1,18 @@
 #include "postgres/PGSystemInfo.h"
 
+#include <algorithm>
 #include <climits>
 #include <map>
 #include <utility>
 
+#include "internal/Quote.h"
 #include "olk/StringUtil.h"
 
 namespace vexel {
 namespace {
 
+using internal::literal_body;
+using internal::pg_ident;
 using Olk::Base::StringUtil::str_fmt;
 
 // Hosts and their tooling match the catalogue texts exactly: keep them
@@ -61,10 +65,10 @@ constexpr const char* kSequenceColumns =
 constexpr const char* kColumnMax = "SELECT max(%s) FROM %s;";
 constexpr const char* kSetSequence = "SELECT setval('%s', %d, false);";
 
-// "'a' ,'b'": each name quoted, joined by " ,".
+// "'a' ,'b'": each name a literal, joined by " ,".
 std::string quoted_list(const std::vector<std::string>& names) {
   std::string list;
-  for (const std::string& name : names) list += " ,'" + name + "'";
+  for (const std::string& name : names) list += " ," + internal::pg_literal(name);
   return list.size() > 2 ? list.substr(2) : std::string();
 }
 
@@ -73,15 +77,17 @@ std::string quoted_list(const std::vector<std::string>& names) {
 bool CPGSystemInfo::IsExistsInDB(const std::string& schema, const std::string& table,
                                  bool& exists) {
   if (!has_conn(VEXEL_SITE)) return false;
-  return read_exists(VEXEL_SITE, str_fmt(kTableExists, schema.c_str(), table.c_str()), "tablename",
-                     exists);
+  return read_exists(
+      VEXEL_SITE, str_fmt(kTableExists, literal_body(schema).c_str(), literal_body(table).c_str()),
+      "tablename", exists);
 }
 
 bool CPGSystemInfo::GetAllTablesBySchema(const std::string& schema,
                                          std::vector<std::string>& tables) {
   if (!has_conn(VEXEL_SITE)) return false;
   VEXEL_LOG(2, "[%s]schema_name:%s.[%s(%d)]", schema.c_str());
-  return read_column(VEXEL_SITE, str_fmt(kTablesOfSchema, schema.c_str()), "tablename", tables);
+  return read_column(VEXEL_SITE, str_fmt(kTablesOfSchema, literal_body(schema).c_str()),
+                     "tablename", tables);
 }
 
 bool CPGSystemInfo::GetAllChiledTableByParentTable(const std::string& parent,
@@ -96,8 +102,9 @@ bool CPGSystemInfo::GetAllChiledTableByParentTable(const std::string& parent,
   }
   const std::string schema = parent.substr(0, dot);
   const std::string table = parent.substr(dot + 1);
-  return read_column(VEXEL_SITE, str_fmt(kChildTables, schema.c_str(), table.c_str()),
-                     "the_tablename", children);
+  return read_column(
+      VEXEL_SITE, str_fmt(kChildTables, literal_body(schema).c_str(), literal_body(table).c_str()),
+      "the_tablename", children);
 }
 
 bool CPGSystemInfo::GetAllSchemaName(std::vector<std::string>& schemas) {
@@ -117,10 +124,43 @@ bool CPGSystemInfo::SequenceReset() {
     seq_of_column[{db_conn_->GetFieldString("tab_name"), db_conn_->GetFieldString("col_name")}] =
         db_conn_->GetFieldString("seq_name");
   }
+  // Names read from the catalogue go into the next statements quoted
+  // where they need it, so that any name works and none can run as SQL.
   for (const auto& entry : seq_of_column) {
-    if (!SetMapSeqValue(entry.first.first, entry.first.second, entry.second)) return false;
+    const std::string table = table_reference(entry.first.first, schemas);
+    if (!SetMapSeqValue(table, pg_ident(entry.first.second), entry.second)) return false;
   }
   return true;
+}
+
+// The sequence query joins schema and table with a dot, which either name
+// may hold as well: the schema is a listed one the text starts with, and
+// where several fit, the longest whose table exists. Ordinary names have
+// exactly one.
+std::string CPGSystemInfo::table_reference(const std::string& tab_name,
+                                           const std::vector<std::string>& schemas) {
+  std::vector<std::string> fits;
+  for (const std::string& schema : schemas) {
+    if (tab_name.size() > schema.size() && tab_name.compare(0, schema.size(), schema) == 0 &&
+        tab_name[schema.size()] == '.') {
+      fits.push_back(schema);
+    }
+  }
+  std::sort(fits.begin(), fits.end(),
+            [](const std::string& a, const std::string& b) { return a.size() > b.size(); });
+  for (const std::string& schema : fits) {
+    const std::string table = tab_name.substr(schema.size() + 1);
+    bool exists = fits.size() == 1;
+    if (!exists) {
+      const std::string sql =
+          str_fmt(kTableExists, literal_body(schema).c_str(), literal_body(table).c_str());
+      read_exists(VEXEL_SITE, sql, "tablename", exists);
+    }
+    if (exists) return pg_ident(schema) + "." + pg_ident(table);
+  }
+  const std::string::size_type dot = tab_name.find('.');
+  if (dot == std::string::npos) return pg_ident(tab_name);
+  return pg_ident(tab_name.substr(0, dot)) + "." + pg_ident(tab_name.substr(dot + 1));
 }
 
 bool CPGSystemInfo::SetMapSeqValue(const std::string& table, const std::string& column,
@@ -134,7 +174,7 @@ bool CPGSystemInfo::SetMapSeqValue(const std::string& table, const std::string& 
       done = max < INT_MAX;
       value = done ? max + 1 : 0;
     }
-    done = done && query(VEXEL_SITE, str_fmt(kSetSequence, seq_name.c_str(), value));
+    done = done && query(VEXEL_SITE, str_fmt(kSetSequence, literal_body(seq_name).c_str(), value));
   }
   if (done) {
     VEXEL_LOG(3, "[%s]SET SEQUENCE SUCCESS, SEQ_NAME: %s.[%s(%d)]", seq_name.c_str());

@@ -24,8 +24,12 @@ class CPGSystemInfo final : public CDBSystemInfoImp {
   bool GetAllSchemaName(std::vector<std::string>& schemas) override;
 
  private:
+  // `tab_name` ("schema.table" as the sequence query writes it) as a
+  // quoted table reference; `schemas` are the schemas the query searched.
+  std::string table_reference(const std::string& tab_name, const std::vector<std::string>& schemas);
   // Sets `seq_name` so that its next value is the maximum of `column` in
   // `table` plus 1 (or 0 for an empty column), and logs the outcome.
+  // `table` and `column` are references ready for the statement.
   bool SetMapSeqValue(const std::string& table, const std::string& column,
                       const std::string& seq_name);
 };

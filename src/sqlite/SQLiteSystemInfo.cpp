@@ -1,10 +1,13 @@
 #include "sqlite/SQLiteSystemInfo.h"
 
+#include "internal/Quote.h"
 #include "olk/StringUtil.h"
 
 namespace vexel {
 namespace {
 
+using internal::literal_body;
+using internal::sqlite_ident;
 using Olk::Base::StringUtil::str_fmt;
 
 // Hosts match these texts exactly. The type word 'tab' is the system's own
@@ -26,14 +29,16 @@ constexpr const char* kSetSequence = "UPDATE sqlite_sequence SET seq = %d WHERE 
 bool CSQLiteSystemInfo::IsExistsInDB(const std::string& schema, const std::string& table,
                                      bool& exists) {
   if (!has_conn(VEXEL_SITE)) return false;
-  return read_exists(VEXEL_SITE, str_fmt(kTableExists, schema.c_str(), table.c_str()), "name",
-                     exists);
+  return read_exists(
+      VEXEL_SITE, str_fmt(kTableExists, sqlite_ident(schema).c_str(), literal_body(table).c_str()),
+      "name", exists);
 }
 
 bool CSQLiteSystemInfo::GetAllTablesBySchema(const std::string& schema,
                                              std::vector<std::string>& tables) {
   if (!has_conn(VEXEL_SITE)) return false;
-  return read_column(VEXEL_SITE, str_fmt(kTablesOfSchema, schema.c_str()), "name", tables);
+  return read_column(VEXEL_SITE, str_fmt(kTablesOfSchema, sqlite_ident(schema).c_str()), "name",
+                     tables);
 }
 
 bool CSQLiteSystemInfo::GetAllChiledTableByParentTable(const std::string&,
@@ -56,7 +61,10 @@ bool CSQLiteSystemInfo::SequenceReset() {
   // All names are read before the next query replaces the result.
   std::vector<std::string> tables;
   if (!read_column(VEXEL_SITE, kSequenceTables, "name", tables)) return false;
-  for (const std::string& table : tables) {
+  // Names read from the catalogue go into the next statements quoted
+  // where they need it, so that any name works and none can run as SQL.
+  for (const std::string& name : tables) {
+    const std::string table = sqlite_ident(name);
     if (!query(VEXEL_SITE, str_fmt(kTableInfo, table.c_str()))) return false;
     std::string key;
     for (; !db_conn_->IsEOF(); db_conn_->MoveNext()) {
@@ -65,10 +73,12 @@ bool CSQLiteSystemInfo::SequenceReset() {
         break;
       }
     }
-    if (!query(VEXEL_SITE, str_fmt(kColumnMax, key.c_str(), table.c_str()))) return false;
+    if (!query(VEXEL_SITE, str_fmt(kColumnMax, sqlite_ident(key).c_str(), table.c_str()))) {
+      return false;
+    }
     // A NULL maximum (no rows) reads as 0.
     const int value = db_conn_->IsEOF() ? 0 : db_conn_->GetFieldInt(0);
-    if (!update(VEXEL_SITE, str_fmt(kSetSequence, value, table.c_str()))) return false;
+    if (!update(VEXEL_SITE, str_fmt(kSetSequence, value, literal_body(name).c_str()))) return false;
   }
   return true;
 }

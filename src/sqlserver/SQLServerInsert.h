@@ -18,10 +18,6 @@ class SQLServerInsert final : public SQLInsert {
   bool Execute() override;
   bool ExecuteQuery() override;
   bool ExecuteReturning() override;
-
- protected:
-  // A MERGE with other than one row is reported, not run.
-  bool render(std::string& sql, const internal::Site& site) const override;
 };
 
 }  // namespace vexel

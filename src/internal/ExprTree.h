@@ -1,0 +1,39 @@
+// Rendering and destruction of expression trees without recursion. A
+// condition built in a loop (`w = w.AND(x)`) or a generated CASE nests once
+// per turn, so a tree may be a million levels deep; walking it recursively
+// would run out of stack long before that, on small thread stacks much
+// sooner.
+#ifndef VEXEL_INTERNAL_EXPRTREE_H
+#define VEXEL_INTERNAL_EXPRTREE_H
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "vexel/CommonExpr.h"
+
+namespace vexel {
+namespace internal {
+
+class ExprTree {
+ public:
+  // The text of `root`: nodes that hold others are expanded on an explicit
+  // stack, leaves render through their own GetExpr.
+  static std::string render(const CommonExpr& root, tessel::DBTYPE db_type);
+
+  // Called from the destructor of a node that holds others: takes its
+  // children and destroys them in a loop. A node destroyed inside that loop
+  // hands its own children to the loop instead of destroying them itself,
+  // so the depth of the tree never becomes depth of the call stack.
+  static void dismantle(CommonExpr& node) noexcept;
+
+  // For release_children: moves `child` into `out` when this is its last
+  // owner; a child shared elsewhere is only let go of here.
+  static void hand_over(std::shared_ptr<CommonExpr>& child,
+                        std::vector<std::shared_ptr<CommonExpr>>& out);
+};
+
+}  // namespace internal
+}  // namespace vexel
+
+#endif  // VEXEL_INTERNAL_EXPRTREE_H

@@ -1,0 +1,223 @@
+// Deep trees on small stacks, numbers under a decimal-comma locale, WithBuilder
+// copies, the MERGE exception, empty UPDATE/DELETE conditions, a racing sink.
+#include <gtest/gtest.h>
+#include <pthread.h>
+
+#include <atomic>
+#include <clocale>
+#include <functional>
+#include <thread>
+
+#include "olk/Log.h"
+#include "olk/LogSink.h"
+#include "olk/StringUtil.h"
+#include "support/CaptureLog.h"
+#include "support/Dialects.h"
+#include "vexel/vexel.h"
+
+namespace {
+
+using vexel_test::CaptureLog;
+using vexel_test::db;
+using vexel_test::fake;
+using vexel_test::PerDialect;
+using Node = std::shared_ptr<vexel::CommonExpr>;
+
+void on_small_stack(std::function<void()> work) {
+  pthread_attr_t attr;
+  pthread_attr_init(&attr);
+  ASSERT_EQ(pthread_attr_setstacksize(&attr, 256 * 1024), 0);
+  pthread_t thread;
+  auto run = [](void* arg) -> void* {
+    (*static_cast<std::function<void()>*>(arg))();
+    return nullptr;
+  };
+  ASSERT_EQ(pthread_create(&thread, &attr, run, &work), 0);
+  pthread_join(thread, nullptr);
+  pthread_attr_destroy(&attr);
+}
+
+// Level i wraps the tree below in open[i % 2] ... close[i % 2]; the leaf
+// renders per dialect, so the dialect must reach the bottom.
+struct Shape {
+  std::function<Node(const Node&, int level)> wrap;
+  const char* open[2];
+  const char* close[2];
+};
+
+const vexel::Ptr_CommonExpr kX(std::make_shared<vexel::SQLExpr>("x"));
+const Node kOne = std::make_shared<vexel::SQLValue>(1);
+
+const Shape kShapes[] = {
+    {[](const Node& n, int) { return std::make_shared<vexel::CASE>(vexel::CASE().ELSE(n)); },
+     {"CASE  ELSE ", "CASE  ELSE "},
+     {" END", " END"}},
+    {[](const Node& n, int level) -> Node {
+       if (level % 2 == 1) return std::make_shared<vexel::CASE>(vexel::CASE().WHEN(n).THEN(kOne));
+       auto holder = std::make_shared<vexel::Ptr_CommonExpr>(n);
+       holder->AndCon(kX);
+       return holder;
+     },
+     {"(", "CASE  WHEN "},
+     {" AND x)", " THEN 1 END"}},
+};
+
+TEST(Hardening, DeepTreesRenderAndAreDestroyedOnAnyStack) {
+  const int depth = 1000000;
+  const PerDialect leaf{"DATETIME('now')", "now() at time zone 'UTC'", "", ""};
+  for (const Shape& shape : kShapes) {
+    const auto build = [&] {
+      Node n = std::make_shared<vexel::TimeExpr>(vexel::NOW(0));
+      for (int level = 0; level < depth; ++level) n = shape.wrap(n, level);
+      return n;
+    };
+    const auto expected = [&](int code) {
+      std::string text;
+      for (int level = depth; level-- > 0;) text += shape.open[level % 2];
+      text += leaf.at(code);
+      for (int level = 0; level < depth; ++level) text += shape.close[level % 2];
+      return text;
+    };
+    Node tree = build();
+    EXPECT_TRUE(tree->GetExpr(db(2)) == expected(2)) << shape.open[1];
+    tree.reset();  // destroyed on the main stack
+    tree = build();
+    const std::string want = expected(1);
+    on_small_stack([&] {
+      EXPECT_TRUE(tree->GetExpr(db(1)) == want) << shape.open[1];
+      tree.reset();
+    });
+    EXPECT_EQ(tree, nullptr);
+  }
+}
+
+// Texts become SQL: a decimal comma would change the statement.
+TEST(Hardening, NumbersIgnoreTheLocale) {
+  const struct {
+    std::function<std::string()> make;
+    const char* want;
+  } cases[] = {
+      {[] { return vexel::SQLValue(3.5).GetValue(); }, "3.500000"},
+      {[] { return vexel::SQLValue(0.1f, db(1)).GetValue(); }, "0.100000"},
+      {[] { return (vexel::col("c") == 1.25).GetExpr(db(2)); }, "c = 1.250000"},
+      {[] { return Olk::Base::StringUtil::str_fmt("%f|%.2f|%d", 2.5, 0.125, 1234567); },
+       "2.500000|0.12|1234567"},
+  };
+  const std::string saved = std::setlocale(LC_ALL, nullptr);
+  for (const char* locale : {"C", "de_DE.UTF-8"}) {
+    if (std::setlocale(LC_ALL, locale) == nullptr) {
+      std::setlocale(LC_ALL, saved.c_str());
+      GTEST_SKIP() << locale << " is not installed (locale-gen de_DE.UTF-8)";
+    }
+    for (const auto& tc : cases) EXPECT_EQ(tc.make(), tc.want) << locale;
+  }
+  EXPECT_STREQ(std::localeconv()->decimal_point, ",") << "the locale writes a decimal comma";
+  std::setlocale(LC_ALL, saved.c_str());
+}
+
+TEST(Hardening, CopiedWithBuilderKeepsItsConnectionAfterReset) {
+  for (int code : vexel_test::kDialects) {
+    auto conn = fake(code);
+    vexel::WithBuilder original(conn);
+    vexel::WithBuilder copy(original.WithDo("SELECT 1"));
+    copy.Reset();
+    EXPECT_EQ(copy.db_type(), db(code));
+    EXPECT_TRUE(copy.WithDo("SELECT 2").Execute());
+    EXPECT_EQ(conn->statements(), std::vector<std::string>{"ExecuteQuery:WITH  SELECT 2"}) << code;
+  }
+}
+
+// The step's text, or "throw:" + the std::string it threw.
+std::string outcome(const std::function<std::string()>& step) {
+  try {
+    return step();
+  } catch (const std::string& thrown) {
+    return "throw:" + thrown;
+  }
+}
+
+TEST(Hardening, SqlServerMergeOfOtherThanOneRowThrows) {
+  for (int rows : {0, 2}) {
+    const std::string upsert = std::string("INSERT INTO t(a) VALUES") + (rows ? "(1),(2)" : "") +
+                               " ON CONFLICT (a) DO NOTHING ";
+    const std::string thrown = "throw:invaild param, values size = " + std::to_string(rows);
+    const PerDialect text{upsert, upsert, thrown, upsert}, run{"ran", "ran", thrown, "ran"};
+    for (int code : vexel_test::kDialects) {
+      auto conn = fake(code);
+      vexel::InsertBuilder b(conn);
+      b.INSERT_INTO(vexel::tab("t")).COLUMNS({vexel::col("a")}).ON_CONFLICT({vexel::col("a")});
+      for (int i = 1; i <= rows; ++i) b.VALUES({i});
+      EXPECT_EQ(outcome([&] { return b.tosql(); }), text.at(code)) << rows;
+      EXPECT_EQ(outcome([&] { return std::string(b.Execute() ? "ran" : "failed"); }), run.at(code));
+      EXPECT_EQ(conn->count("ExecuteUpdate"), run.at(code) == "ran" ? 1 : 0);
+    }
+  }
+}
+
+// DELETE FROM t and UPDATE t SET a = 1 given `condition`, each executed
+// through a copy (copies keep the mode): the level of each log line, then
+// an "X" per statement run.
+std::string guarded(int code, const vexel::CommonExpr& condition, bool strict) {
+  auto conn = fake(code);
+  CaptureLog log;
+  vexel::DeleteBuilder del(conn);
+  vexel::UpdateBuilder up(conn);
+  del.DELETE_FROM(vexel::tab("t")).set_strict_where(strict).WHERE(condition);
+  up.UPDATE(vexel::tab("t")).SET(vexel::col("a"), 1).set_strict_where(strict).WHERE(condition);
+  vexel::DeleteBuilder(del).Execute();
+  vexel::UpdateBuilder(up).Execute();
+  std::string seen;
+  for (const std::string& line : log.texts()) seen += line.substr(0, 1);
+  return seen + std::string(conn->statements().size(), 'X');
+}
+
+TEST(Hardening, EmptyConditionWarnsAndStrictModeRefuses) {
+  const vexel::TimeExpr now = vexel::NOW(0);  // no text on SQL Server
+  const vexel::Ptr_CommonExpr holder;
+  const vexel::SQLExpr blank("");
+  const struct {
+    const vexel::CommonExpr& condition;
+    PerDialect lax, strict;
+  } cases[] = {
+      {holder, vexel_test::all("44XX"), vexel_test::all("4455")},
+      {blank, vexel_test::all("44XX"), vexel_test::all("4455")},
+      {now, {"XX", "XX", "44XX", "44XX"}, {"XX", "XX", "4455", "4455"}},
+  };
+  for (const auto& tc : cases) {
+    for (int code : vexel_test::kDialects) {
+      EXPECT_EQ(guarded(code, tc.condition, false), tc.lax.at(code)) << code;
+      EXPECT_EQ(guarded(code, tc.condition, true), tc.strict.at(code)) << code;
+    }
+  }
+  // The process-wide switch makes every builder strict.
+  EXPECT_FALSE(vexel::set_strict_where_default(true));
+  EXPECT_EQ(guarded(7, blank, false), "4455");
+  EXPECT_TRUE(vexel::set_strict_where_default(false));
+}
+
+// Writers log while the sink is replaced again and again; every line
+// reaches exactly one of the installed sinks.
+TEST(Hardening, SinkReplacedWhileOtherThreadsLog) {
+  const int writers = 3, lines = 20000, swaps = 2000;
+  std::atomic<int> seen{0};
+  const auto make_sink = [&seen] {
+    auto state = std::make_shared<std::vector<int>>(64, 1);  // freed when replaced
+    return Olk::Log::Sink(
+        [state, &seen](int, const std::string&, const std::string&) { seen += (*state)[63]; });
+  };
+  const Olk::Log::Sink previous = Olk::Log::SetSink(make_sink());
+  std::vector<std::thread> threads;
+  for (int w = 0; w < writers; ++w) {
+    threads.emplace_back([&] {
+      for (int i = 0; i < lines; ++i) write_log(3, "Vexel", "[%s]line %d.[%s(%d)]", "t", i, "f", 1);
+    });
+  }
+  threads.emplace_back([&] {
+    for (int i = 0; i < swaps; ++i) Olk::Log::SetSink(make_sink());
+  });
+  for (std::thread& t : threads) t.join();
+  Olk::Log::SetSink(previous);
+  EXPECT_EQ(seen.load(), writers * lines);
+}
+
+}  // namespace
