@@ -50,9 +50,26 @@ void log_line(int level, const std::string& function, const char* file, int line
 #define VEXEL_SOURCE_ROOT_LENGTH 0
 #endif
 
+namespace vexel {
+namespace internal {
+
+// `file` without its first `root` characters; a path shorter than that (a
+// file from outside the root) stays whole.
+constexpr const char* relative_to_root(const char* file, unsigned root) {
+  for (unsigned i = 0; i < root; ++i) {
+    if (file[i] == '\0') return file;
+  }
+  return file + root;
+}
+
+}  // namespace internal
+}  // namespace vexel
+
 // The calling operation as a Site, for shared helpers that log on its behalf.
-#define VEXEL_SITE \
-  (::vexel::internal::Site{VEXEL_PRETTY_FUNCTION, __FILE__ + (VEXEL_SOURCE_ROOT_LENGTH), __LINE__})
+#define VEXEL_SITE           \
+  (::vexel::internal::Site{  \
+      VEXEL_PRETTY_FUNCTION, \
+      ::vexel::internal::relative_to_root(__FILE__, (VEXEL_SOURCE_ROOT_LENGTH)), __LINE__})
 
 // VEXEL_LOG_AT(site, level, format, args...): one line on behalf of `site`.
 #define VEXEL_LOG_AT(site, level, ...)                                                     \
