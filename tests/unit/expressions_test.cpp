@@ -159,6 +159,11 @@ TEST(ExprValues, FixedTexts) {
       {SQLExpr(n, db(1)), "x > 1"},
       {SQLExpr(std::shared_ptr<CommonExpr>(), db(1)), ""},
       {SQLExpr(sch("s").tab("t").col("c"), db(1)), "s.t.c"},  // the column's own dialect
+      // Sequence fragments: SQLite's counter row, PostgreSQL's sequence; none elsewhere.
+      {CURRVAL(seq("s.q"), tab("t")),
+       texts("seq FROM sqlite_sequence WHERE name = 't'", "last_value FROM s.q")},
+      {SETVAL(seq("s.q"), -7, tab("t")),
+       texts("sqlite_sequence SET seq = -7 WHERE name = 't'", "setval('s.q'::regclass, -7, true)")},
   });
 }
 
