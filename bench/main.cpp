@@ -69,13 +69,13 @@ Prepared prepare(const Case& c) {
   return {&c, {f.first.size(), f.second.size()}};
 }
 
-void run_vexel(benchmark::State& state, Prepared p) {
-  const auto conn = connection(p.c->db);
-  const bench::Model& m = bench::model();
-  Texts out;
+// The timed loop of one case, with the heap allocations and bytes it made
+// per statement as counters.
+template <typename Body>
+void timed_loop(benchmark::State& state, Texts& out, Body body) {
   const bench::AllocTotals before = bench::alloc_totals();
   for (auto _ : state) {
-    p.c->vexel(m, conn, out);
+    body();
     benchmark::DoNotOptimize(out.first.data());
     benchmark::ClobberMemory();
   }
@@ -86,20 +86,17 @@ void run_vexel(benchmark::State& state, Prepared p) {
                                                benchmark::Counter::kAvgIterations);
 }
 
+void run_vexel(benchmark::State& state, Prepared p) {
+  const auto conn = connection(p.c->db);
+  const bench::Model& m = bench::model();
+  Texts out;
+  timed_loop(state, out, [&] { p.c->vexel(m, conn, out); });
+}
+
 void run_floor(benchmark::State& state, Prepared p) {
   const bench::Model& m = bench::model();
   Texts out;
-  const bench::AllocTotals before = bench::alloc_totals();
-  for (auto _ : state) {
-    p.c->floor(m, p.c->db, p.reserve, out);
-    benchmark::DoNotOptimize(out.first.data());
-    benchmark::ClobberMemory();
-  }
-  const bench::AllocTotals after = bench::alloc_totals();
-  state.counters["allocs"] = benchmark::Counter(static_cast<double>(after.count - before.count),
-                                                benchmark::Counter::kAvgIterations);
-  state.counters["bytes"] = benchmark::Counter(static_cast<double>(after.bytes - before.bytes),
-                                               benchmark::Counter::kAvgIterations);
+  timed_loop(state, out, [&] { p.c->floor(m, p.c->db, p.reserve, out); });
 }
 
 // One case, `iterations` times, outside Google Benchmark: what an

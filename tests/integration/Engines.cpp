@@ -20,6 +20,12 @@ Rows R(const std::string& text, char field) {
   return rows;
 }
 
+bool TableWordConnect::ExecuteQuery(const std::string& sql) {
+  const size_t at = sql.find("type = 'tab'");
+  return SQLiteConnect::ExecuteQuery(
+      at == std::string::npos ? sql : std::string(sql).insert(at + 11, "le"));
+}
+
 Rows ReadAll(tessel::RowsConnect& c) {
   Rows rows;
   const std::vector<std::string>& names = c.ColumnNames();

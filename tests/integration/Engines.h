@@ -74,6 +74,14 @@ class EngineTest : public testing::TestWithParam<Engine> {
   vexel_test::CaptureLog log_;  // failures a case expects stay off stderr
 };
 
+// An in-memory SQLite database whose catalogue queries read the type word as
+// SQLite writes it ('table', not 'tab'), so that the catalogue's SQLite paths
+// run to the end on the real engine.
+struct TableWordConnect : tessel::SQLiteConnect {
+  TableWordConnect() : SQLiteConnect(":memory:") {}
+  bool ExecuteQuery(const std::string& sql) override;
+};
+
 // Tests of the PostgreSQL connection alone; skipped without a server.
 class PostgresTest : public testing::Test {
  protected:

@@ -9,21 +9,10 @@ namespace {
 using Strings = std::vector<std::string>;
 class HardeningTest : public EngineTest {};
 
-// SQLite's catalogue read with the type word as SQLite writes it, so that
-// its reset runs to the end.
-struct TableWord : tessel::SQLiteConnect {
-  TableWord() : SQLiteConnect(":memory:") {}
-  bool ExecuteQuery(const std::string& sql) override {
-    const size_t at = sql.find("type = 'tab'");
-    return SQLiteConnect::ExecuteQuery(
-        at == std::string::npos ? sql : std::string(sql).insert(at + 11, "le"));
-  }
-};
-
 TEST_P(HardeningTest, SequenceResetQuotesCatalogueNames) {
   // SQLite keeps its counters in the main database, PostgreSQL per schema.
   std::shared_ptr<tessel::RowsConnect> db = db_;
-  if (lite()) db = std::make_shared<TableWord>();
+  if (lite()) db = std::make_shared<TableWordConnect>();
   const std::string s = lite() ? "" : s_ + ".";
   const std::string evil = s + "\"plain; DELETE FROM " + s + "victims\"";
   const std::string id = lite() ? " INTEGER PRIMARY KEY AUTOINCREMENT" : " SERIAL";

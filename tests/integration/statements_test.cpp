@@ -284,15 +284,7 @@ TEST_P(CatalogueTest, SequenceResetMovesSequencesPastTheData) {
 // The catalogue's type word read as SQLite writes it: the rest of the SQLite
 // reset (key column from PRAGMA, its maximum, UPDATE) runs on the real engine.
 TEST(SqliteCatalogue, SequenceResetSetsEachCounterToItsKeyMaximum) {
-  struct TableWord : tessel::SQLiteConnect {
-    TableWord() : SQLiteConnect(":memory:") {}
-    bool ExecuteQuery(const std::string& sql) override {
-      const size_t at = sql.find("type = 'tab'");
-      return SQLiteConnect::ExecuteQuery(
-          at == std::string::npos ? sql : std::string(sql).insert(at + 11, "le"));
-    }
-  };
-  auto db = std::make_shared<TableWord>();
+  auto db = std::make_shared<TableWordConnect>();
   ASSERT_TRUE(db->ExecuteUpdate(
       "CREATE TABLE t (id INTEGER PRIMARY KEY AUTOINCREMENT); CREATE TABLE n (x TEXT, k INTEGER "
       "PRIMARY KEY AUTOINCREMENT); INSERT INTO t VALUES (3), (9); INSERT INTO n VALUES ('x', 4); "
