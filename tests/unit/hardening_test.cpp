@@ -100,8 +100,8 @@ TEST(Hardening, NumbersIgnoreTheLocale) {
       {[] { return vexel::SQLValue(3.5).GetValue(); }, "3.500000"},
       {[] { return vexel::SQLValue(0.1f, db(1)).GetValue(); }, "0.100000"},
       {[] { return (vexel::col("c") == 1.25).GetExpr(db(2)); }, "c = 1.250000"},
-      {[] { return Olk::Base::StringUtil::str_fmt("%f|%.2f|%d", 2.5, 0.125, 1234567); },
-       "2.500000|0.12|1234567"},
+      {[] { return Olk::Base::StringUtil::str_fmt("%f|%.2f|%d", 2.5, 0.25, 1234567); },
+       "2.500000|0.25|1234567"},
   };
   const std::string saved = std::setlocale(LC_ALL, nullptr);
   for (const char* locale : {"C", "de_DE.UTF-8"}) {
