@@ -19,8 +19,8 @@
 #include <string>
 #include <vector>
 
-#include "DialectOnly.h"
 #include "alloc_count.h"
+#include "tessel/DialectConnect.h"
 #include "workload.h"
 
 namespace {
@@ -31,7 +31,7 @@ using bench::Texts;
 std::shared_ptr<tessel::CConnect> connection(tessel::DBTYPE db) {
   static std::map<int, std::shared_ptr<tessel::CConnect>> made;
   auto& conn = made[db];
-  if (!conn) conn = std::make_shared<DialectOnly>(db);
+  if (!conn) conn = std::make_shared<tessel::DialectConnect>(db);
   return conn;
 }
 

@@ -21,10 +21,17 @@ std::shared_ptr<CommonExpr> Ptr_CommonExpr::get_ptr() const {
 }
 
 Ptr_CommonExpr Ptr_CommonExpr::combine(const Ptr_CommonExpr& other, const char* op) const {
-  Ptr_CommonExpr result(*this);
   std::shared_ptr<CommonExpr> p = other.get_ptr();
-  if (!p) return result;
-  result = Ptr_CommonExpr(get_ptr());
+  if (!p) return *this;
+  Ptr_CommonExpr result;
+  if (fixed_text() != nullptr) {
+    // A finished condition needs no node of its own to be grouped: the text
+    // renders the same in the first operand's place.
+    result.text_ = text_;
+    result.has_text_ = true;
+  } else {
+    result.left_ = get_ptr();
+  }
   result.SetOperate(op);
   result.SetRight(std::move(p));
   return result;
@@ -60,8 +67,12 @@ bool Ptr_CommonExpr::expand(std::vector<Piece>& out) const {
   static const std::string kClose = ")";
   const bool grouped = !operates_.empty() || right_;
   if (grouped) out.push_back({&kOpen, nullptr});
-  if (left_) {
-    out.push_back({nullptr, left_.get()});
+  if (has_text_ || left_) {
+    if (has_text_) {
+      out.push_back({&text_, nullptr});
+    } else {
+      out.push_back({nullptr, left_.get()});
+    }
     if (right_) {
       out.push_back({&operate_, nullptr});
       out.push_back({nullptr, right_.get()});
@@ -73,6 +84,11 @@ bool Ptr_CommonExpr::expand(std::vector<Piece>& out) const {
   }
   if (grouped) out.push_back({&kClose, nullptr});
   return true;
+}
+
+const std::string* Ptr_CommonExpr::fixed_text() const {
+  if (!has_text_ || right_ || !operates_.empty()) return nullptr;
+  return &text_;
 }
 
 void Ptr_CommonExpr::release_children(std::vector<std::shared_ptr<CommonExpr>>& out) {
@@ -93,7 +109,10 @@ void Ptr_CommonExpr::set_table_name(const std::string& table_name) {
 }
 
 void Ptr_CommonExpr::SetLeft(std::shared_ptr<CommonExpr> p) {
-  if (p) left_ = std::move(p);
+  if (!p) return;
+  left_ = std::move(p);
+  has_text_ = false;
+  text_.clear();
 }
 
 void Ptr_CommonExpr::SetRight(std::shared_ptr<CommonExpr> p) {

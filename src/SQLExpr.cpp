@@ -1,5 +1,7 @@
 #include "vexel/SQLExpr.h"
 
+#include <typeinfo>
+
 #include "vexel/SQLValue.h"
 #include "vexel/col.h"
 
@@ -19,5 +21,10 @@ SQLExpr::SQLExpr(const col& c, const tessel::DBTYPE& /*db*/) : expr_text_(c.col_
 std::string SQLExpr::GetExpr(const tessel::DBTYPE& /*db_type*/) const { return expr_text_; }
 
 void SQLExpr::set_table_name(const std::string& /*table_name*/) {}
+
+// A host's subclass may render otherwise: only the class itself answers.
+const std::string* SQLExpr::fixed_text() const {
+  return typeid(*this) == typeid(SQLExpr) ? &expr_text_ : nullptr;
+}
 
 }  // namespace vexel

@@ -1,5 +1,8 @@
 #include "SQLQuery.h"
 
+#include <charconv>
+
+#include "internal/ExprTree.h"
 #include "internal/Text.h"
 #include "postgres/PGQuery.h"
 #include "sqlite/SQLiteQuery.h"
@@ -11,25 +14,39 @@ namespace vexel {
 SQLQuery::SQLQuery(const std::shared_ptr<tessel::CConnect>& conn)
     : db_conn_(conn), db_type_(conn ? conn->GetDBType() : tessel::DB_POSTGRESQL) {}
 
-std::string SQLQuery::condition_text(const CommonExpr& condition) const {
-  return condition.GetExpr(db_type_);
+void SQLQuery::assign(std::string& target, const CommonExpr& condition) const {
+  target.clear();
+  internal::ExprTree::append(target, condition, db_type_);
 }
 
 void SQLQuery::SELECT(const std::vector<col>& cols) {
-  select_cols_ = internal::with_dialect(cols, db_type_);
+  select_text_ = internal::join_names(cols, db_type_);
 }
 
-void SQLQuery::SELECT(const CommonExpr& e) { select_expression_ = condition_text(e); }
+void SQLQuery::GROUP_BY(const std::vector<col>& cols) {
+  group_text_ = internal::join_names(cols, db_type_);
+  has_group_ = !cols.empty();
+}
+
+void SQLQuery::ORDER_BY(const std::vector<col>& cols) {
+  order_text_ = internal::join_orders(cols, db_type_);
+  has_order_ = !cols.empty();
+}
+
+void SQLQuery::SELECT(const CommonExpr& e) { assign(select_expression_, e); }
 
 void SQLQuery::JOIN(const std::string& keyword, const std::string& target) {
   joins_.push_back(keyword + target);
 }
 
-void SQLQuery::ON(const CommonExpr& condition) { ons_.push_back(condition_text(condition)); }
+void SQLQuery::ON(const CommonExpr& condition) {
+  ons_.emplace_back();
+  internal::ExprTree::append(ons_.back(), condition, db_type_);
+}
 
-void SQLQuery::WHERE(const CommonExpr& condition) { where_ = condition_text(condition); }
+void SQLQuery::WHERE(const CommonExpr& condition) { assign(where_, condition); }
 
-void SQLQuery::HAVING(const CommonExpr& condition) { having_ = condition_text(condition); }
+void SQLQuery::HAVING(const CommonExpr& condition) { assign(having_, condition); }
 
 void SQLQuery::AND(const CommonExpr& condition) { extend(" AND ", condition); }
 
@@ -46,40 +63,70 @@ void SQLQuery::extend(const char* connector, const CommonExpr& condition) {
   } else if (!ons_.empty()) {
     target = &ons_.back();
   }
-  if (target != nullptr) *target += connector + condition_text(condition);
+  if (target == nullptr) return;
+  *target += connector;
+  internal::ExprTree::append(*target, condition, db_type_);
 }
 
+namespace {
+
+void put_number(std::string& s, int value) {
+  char digits[12];
+  const auto end = std::to_chars(digits, digits + sizeof digits, value).ptr;
+  s.append(digits, end);
+}
+
+}  // namespace
+
 std::string SQLQuery::render(const SelectForm& form) const {
-  std::string s = "SELECT ";
+  // Room for every stored text and the keywords around them, so that the
+  // statement is written into one allocation.
+  std::size_t size = 96 + select_expression_.size() + select_text_.size() + from_.size() +
+                     where_.size() + group_text_.size() + having_.size() + order_text_.size() +
+                     union_all_.size() + union_.size() + except_.size() + intersect_.size();
+  for (const std::string& join : joins_) size += join.size();
+  for (const std::string& on : ons_) size += on.size() + 4;
+  std::string s;
+  s.reserve(size);
+  s += "SELECT ";
   if (form.select_expression) s += select_expression_;
-  s += internal::join_names(select_cols_);
+  s += select_text_;
   if (from_.empty() && !form.always_from) return s;
   // SQL Server writes " FROM " even with nothing after it; callers match it.
   s += " FROM ";
   s += from_;
   for (size_t i = 0; i < joins_.size(); ++i) {
     s += joins_[i];
-    if (i < ons_.size()) s += " ON " + ons_[i];
+    if (i < ons_.size()) s.append(" ON ").append(ons_[i]);
   }
-  if (!where_.empty()) s += " WHERE " + where_;
-  if (!group_cols_.empty()) s += " GROUP BY " + internal::join_names(group_cols_);
-  if (!having_.empty()) s += " HAVING " + having_;
-  if (!order_cols_.empty()) s += " ORDER BY " + internal::join_orders(order_cols_);
+  if (!where_.empty()) s.append(" WHERE ").append(where_);
+  if (has_group_) s.append(" GROUP BY ").append(group_text_);
+  if (!having_.empty()) s.append(" HAVING ").append(having_);
+  if (has_order_) s.append(" ORDER BY ").append(order_text_);
   if (form.fetch_paging) {
     // An offset without a limit is not rendered at all.
     if (limit_ != 0) {
-      s += " OFFSET " + std::to_string(offset_) + " ROWS";
-      s += " FETCH NEXT " + std::to_string(limit_) + " ROWS ONLY";
+      s += " OFFSET ";
+      put_number(s, offset_);
+      s += " ROWS FETCH NEXT ";
+      put_number(s, limit_);
+      s += " ROWS ONLY";
     }
   } else {
-    if (limit_ != 0) s += " LIMIT " + std::to_string(limit_);
-    if (offset_ != 0) s += " OFFSET " + std::to_string(offset_);
+    if (limit_ != 0) {
+      s += " LIMIT ";
+      put_number(s, limit_);
+    }
+    if (offset_ != 0) {
+      s += " OFFSET ";
+      put_number(s, offset_);
+    }
   }
   // Set operations follow in a fixed order, whatever the call order was.
-  if (!union_all_.empty()) s += " UNION ALL " + union_all_;
-  if (!union_.empty()) s += " UNION " + union_;
-  if (!except_.empty()) s += " EXCEPT " + except_;
-  if (!intersect_.empty()) s += " INTERSECT " + intersect_;
+  if (!union_all_.empty()) s.append(" UNION ALL ").append(union_all_);
+  if (!union_.empty()) s.append(" UNION ").append(union_);
+  if (!except_.empty()) s.append(" EXCEPT ").append(except_);
+  if (!intersect_.empty()) s.append(" INTERSECT ").append(intersect_);
   return s;
 }
 

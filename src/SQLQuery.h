@@ -54,12 +54,8 @@ class SQLQuery {
   void HAVING(const CommonExpr& condition);
   void AND(const CommonExpr& condition);
   void OR(const CommonExpr& condition);
-  void GROUP_BY(const std::vector<col>& cols) {
-    group_cols_ = internal::with_dialect(cols, db_type_);
-  }
-  void ORDER_BY(const std::vector<col>& cols) {
-    order_cols_ = internal::with_dialect(cols, db_type_);
-  }
+  void GROUP_BY(const std::vector<col>& cols);
+  void ORDER_BY(const std::vector<col>& cols);
   void LIMIT(int limit) { limit_ = limit; }
   void OFFSET(int offset) { offset_ = offset; }
   void UNION(const std::string& text) { union_ = text; }
@@ -75,13 +71,18 @@ class SQLQuery {
            const std::string& collate_name = std::string());
 
  private:
-  std::string condition_text(const CommonExpr& condition) const;
+  // Replaces `target` by the condition's text in this dialect.
+  void assign(std::string& target, const CommonExpr& condition) const;
   void extend(const char* connector, const CommonExpr& condition);
 
+  // Column lists are kept as their text in this dialect; a list that was
+  // given still writes its keyword when every column renders empty.
   std::string from_;
-  std::vector<col> select_cols_;
-  std::vector<col> order_cols_;
-  std::vector<col> group_cols_;
+  std::string select_text_;
+  std::string order_text_;
+  std::string group_text_;
+  bool has_order_ = false;
+  bool has_group_ = false;
   std::string where_;
   std::string having_;
   int limit_ = 0;

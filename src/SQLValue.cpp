@@ -1,5 +1,7 @@
 #include "vexel/SQLValue.h"
 
+#include <typeinfo>
+
 #include "internal/Text.h"
 #include "vexel/SQLExpr.h"
 
@@ -54,5 +56,10 @@ SQLValue::SQLValue(const SQLFunc& f, const tessel::DBTYPE& db) : value_(f.text),
 std::string SQLValue::GetExpr(const tessel::DBTYPE& /*db_type*/) const { return value_; }
 
 void SQLValue::set_table_name(const std::string& /*table_name*/) {}
+
+// A host's subclass may render otherwise: only the class itself answers.
+const std::string* SQLValue::fixed_text() const {
+  return typeid(*this) == typeid(SQLValue) ? &value_ : nullptr;
+}
 
 }  // namespace vexel

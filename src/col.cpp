@@ -12,19 +12,30 @@ col::col(const CommonExpr& e, const tessel::DBTYPE& db) : col_name_(e.GetExpr(db
 
 std::string col::plain_text(bool drop_schema) const {
   std::string text;
-  if (excluded_) text = "EXCLUDED.";
-  if (!drop_schema && !schema_name_.empty()) text += schema_name_ + ".";
-  if (!table_name_.empty()) text += table_name_ + ".";
-  text += col_name_;
+  text.reserve(schema_name_.size() + table_name_.size() + col_name_.size() + 11);
+  append_text(text, db_type_, drop_schema);
+  return text;
+}
+
+std::string col::function_text(tessel::DBTYPE db) const {
+  std::string text;
+  append_text(text, db, false);
   return text;
 }
 
 // A function copied into a plain column renders nothing without a schema:
 // select lists rely on this to drop unqualified function names.
-std::string col::function_text(tessel::DBTYPE db) const {
-  if (schema_name_.empty()) return std::string();
-  if (db == tessel::DB_SQLITE) return col_name_;
-  return schema_name_ + "." + col_name_;
+void col::append_text(std::string& out, tessel::DBTYPE db, bool drop_schema) const {
+  if (col_type_ == ColumnFunction) {
+    if (schema_name_.empty()) return;
+    if (db != tessel::DB_SQLITE) out.append(schema_name_).push_back('.');
+    out += col_name_;
+    return;
+  }
+  if (excluded_) out += "EXCLUDED.";
+  if (!drop_schema && !schema_name_.empty()) out.append(schema_name_).push_back('.');
+  if (!table_name_.empty()) out.append(table_name_).push_back('.');
+  out += col_name_;
 }
 
 std::string col::col_name() const {

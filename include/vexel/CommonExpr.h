@@ -50,6 +50,10 @@ class VEXEL_API CommonExpr {
   virtual bool expand(std::vector<Piece>& /*out*/) const { return false; }
   // Moves every child pointer this node holds into `out`.
   virtual void release_children(std::vector<std::shared_ptr<CommonExpr>>& /*out*/) {}
+  // The node's text when it is the same in every dialect and kept whole in
+  // the node, so that a statement can append it without a copy; null
+  // otherwise (the default).
+  virtual const std::string* fixed_text() const { return nullptr; }
 
   friend class internal::ExprTree;
 };

@@ -50,10 +50,17 @@ class VEXEL_API Ptr_CommonExpr : public CommonExpr {
 
   bool expand(std::vector<Piece>& out) const override;
   void release_children(std::vector<std::shared_ptr<CommonExpr>>& out) override;
+  const std::string* fixed_text() const override;
 
  private:
+  friend class internal::ExprTree;
+
   Ptr_CommonExpr combine(const Ptr_CommonExpr& other, const char* op) const;
 
+  // A finished condition kept in the holder itself instead of in a node of
+  // its own; it stands where the first operand would.
+  std::string text_;
+  bool has_text_ = false;
   std::shared_ptr<CommonExpr> left_;
   std::vector<Operand> operates_;
   std::shared_ptr<CommonExpr> right_;

@@ -35,6 +35,9 @@ class VEXEL_API SQLExpr : public CommonExpr {
   std::string GetExpr(const tessel::DBTYPE& db_type) const override;
   void set_table_name(const std::string& table_name) override;
 
+ protected:
+  const std::string* fixed_text() const override;
+
  private:
   std::string expr_text_;
 };

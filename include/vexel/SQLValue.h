@@ -68,6 +68,9 @@ class VEXEL_API SQLValue : public CommonExpr {
   // "value = some element of the array column".
   ColAnyColExpr operator==(const ANY& any) const;
 
+ protected:
+  const std::string* fixed_text() const override;
+
  private:
   std::string value_;
   tessel::DBTYPE db_type_ = tessel::DB_POSTGRESQL;

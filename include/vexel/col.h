@@ -17,6 +17,9 @@ namespace vexel {
 
 class CommonExpr;
 class QueryBuilder;
+namespace internal {
+struct ColumnText;
+}  // namespace internal
 class SQLExpr;
 class SQLValue;
 
@@ -169,6 +172,9 @@ class VEXEL_API col {
   std::string plain_text(bool drop_schema) const;
   // Text of a function copied into a plain column.
   std::string function_text(tessel::DBTYPE db) const;
+  // Appends the text a plain col renders: a function's as in dialect `db`,
+  // a plain column's without its schema when `drop_schema`.
+  void append_text(std::string& out, tessel::DBTYPE db, bool drop_schema) const;
 
   bool excluded_ = false;
   std::string schema_name_;
@@ -177,6 +183,9 @@ class VEXEL_API col {
   std::string order_sql_;
   tessel::DBTYPE db_type_ = tessel::DB_POSTGRESQL;
   ColType col_type_ = ColumnPlain;
+
+ private:
+  friend struct internal::ColumnText;
 };
 
 }  // namespace vexel

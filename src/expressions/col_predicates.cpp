@@ -1,9 +1,10 @@
 // The condition-building members of col. Dialect-independent conditions are
-// finished text (an SQLExpr) as soon as they are built; the others are nodes
+// finished text as soon as they are built; the others are nodes
 // that render with the statement's dialect.
 #include <initializer_list>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -11,6 +12,7 @@
 #include "expressions/ListText.h"
 #include "expressions/PatternExpr.h"
 #include "expressions/StrBitExpr.h"
+#include "internal/ExprTree.h"
 #include "vexel/QueryBuilder.h"
 #include "vexel/SQLExpr.h"
 #include "vexel/SQLValue.h"
@@ -24,7 +26,15 @@ Ptr_CommonExpr node(Args&&... args) {
   return Ptr_CommonExpr(std::make_shared<Node>(std::forward<Args>(args)...));
 }
 
-Ptr_CommonExpr text(const std::string& t) { return node<SQLExpr>(t); }
+// A finished condition: its parts appended once into one text, kept in the
+// holder without a node.
+template <typename... Parts>
+Ptr_CommonExpr text(const Parts&... parts) {
+  std::string t;
+  t.reserve((std::string_view(parts).size() + ...));
+  (t.append(parts), ...);
+  return internal::ExprTree::finished(std::move(t));
+}
 
 std::string quoted(const std::string& s) { return "'" + s + "'"; }
 
@@ -53,55 +63,49 @@ Ptr_CommonExpr col::operator==(const double& v) const { return eq(SQLValue(v)); 
 Ptr_CommonExpr col::operator==(const std::string& s) const { return eq(SQLValue(s)); }
 Ptr_CommonExpr col::operator==(const char* s) const { return eq(SQLValue(s)); }
 Ptr_CommonExpr col::operator==(const col& other) const {
-  return text(col_name() + " = " + other.col_name());
+  return text(col_name(), " = ", other.col_name());
 }
 Ptr_CommonExpr col::operator==(const SQLValue& v) const { return eq(v); }
 Ptr_CommonExpr col::operator==(const QueryBuilder& q) const {
-  return text(col_name() + " = (" + q.tosql() + ")");
+  return text(col_name(), " = (", q.tosql(), ")");
 }
-Ptr_CommonExpr col::eq(const SQLValue& v) const { return text(col_name() + " = " + v.GetValue()); }
+Ptr_CommonExpr col::eq(const SQLValue& v) const { return text(col_name(), " = ", v.GetValue()); }
 
 Ptr_CommonExpr col::operator!=(const col& other) const {
-  return text(col_name() + " != " + other.col_name());
+  return text(col_name(), " != ", other.col_name());
 }
 Ptr_CommonExpr col::operator!=(const SQLValue& v) const { return neq(v); }
-Ptr_CommonExpr col::neq(const SQLValue& v) const {
-  return text(col_name() + " != " + v.GetValue());
-}
+Ptr_CommonExpr col::neq(const SQLValue& v) const { return text(col_name(), " != ", v.GetValue()); }
 
 Ptr_CommonExpr col::operator<(const SQLValue& v) const { return lt(v); }
-Ptr_CommonExpr col::lt(const SQLValue& v) const { return text(col_name() + " < " + v.GetValue()); }
-Ptr_CommonExpr col::lt(const col& other) const {
-  return text(col_name() + " < " + other.col_name());
-}
+Ptr_CommonExpr col::lt(const SQLValue& v) const { return text(col_name(), " < ", v.GetValue()); }
+Ptr_CommonExpr col::lt(const col& other) const { return text(col_name(), " < ", other.col_name()); }
 Ptr_CommonExpr col::operator<=(const col& other) const {
-  return text(col_name() + " <= " + other.col_name());
+  return text(col_name(), " <= ", other.col_name());
 }
 Ptr_CommonExpr col::operator<=(const SQLValue& v) const {
-  return text(col_name() + " <= " + v.GetValue());
+  return text(col_name(), " <= ", v.GetValue());
 }
 Ptr_CommonExpr col::operator>(const col& other) const {
-  return text(col_name() + " > " + other.col_name());
+  return text(col_name(), " > ", other.col_name());
 }
 Ptr_CommonExpr col::operator>(const SQLValue& v) const { return gt(v); }
-Ptr_CommonExpr col::gt(const SQLValue& v) const { return text(col_name() + " > " + v.GetValue()); }
+Ptr_CommonExpr col::gt(const SQLValue& v) const { return text(col_name(), " > ", v.GetValue()); }
 Ptr_CommonExpr col::operator>=(const col& other) const {
-  return text(col_name() + " >= " + other.col_name());
+  return text(col_name(), " >= ", other.col_name());
 }
 Ptr_CommonExpr col::operator>=(const SQLValue& v) const {
-  return text(col_name() + " >= " + v.GetValue());
+  return text(col_name(), " >= ", v.GetValue());
 }
 
 Ptr_CommonExpr col::operator|(const SQLValue& v) const {
-  return text(col_name() + " | " + v.GetValue());
+  return text(col_name(), " | ", v.GetValue());
 }
 Ptr_CommonExpr col::operator|(const SQLExpr& e) const {
-  return text(col_name() + " | " + e.ToExpr());
+  return text(col_name(), " | ", e.ToExpr());
 }
 
-Ptr_CommonExpr col::in(const std::string& list) const {
-  return text(col_name() + kIn + list + ")");
-}
+Ptr_CommonExpr col::in(const std::string& list) const { return text(col_name(), kIn, list, ")"); }
 Ptr_CommonExpr col::in(const std::vector<int>& values) const { return in(int_list(values)); }
 Ptr_CommonExpr col::in(const std::vector<std::string>& values) const {
   return in(quoted_list(values));
@@ -115,7 +119,7 @@ Ptr_CommonExpr col::in(std::initializer_list<const char*> values) const {
 }
 
 Ptr_CommonExpr col::notin(const std::string& list) const {
-  return text(col_name() + kNotIn + list + ")");
+  return text(col_name(), kNotIn, list, ")");
 }
 Ptr_CommonExpr col::notin(const std::vector<int>& values) const { return notin(int_list(values)); }
 Ptr_CommonExpr col::notin(const std::vector<std::string>& values) const {
@@ -130,12 +134,12 @@ Ptr_CommonExpr col::notin(std::initializer_list<const char*> values) const {
 }
 
 Ptr_CommonExpr col::BETWEEN(const SQLValue& low, const SQLValue& high) const {
-  return text(col_name() + " BETWEEN " + low.GetValue() + " AND " + high.GetValue());
+  return text(col_name(), " BETWEEN ", low.GetValue(), " AND ", high.GetValue());
 }
 
 // The trailing blank is part of the text hosts match.
-Ptr_CommonExpr col::is_null() const { return text(col_name() + " IS NULL "); }
-Ptr_CommonExpr col::is_not_null() const { return text(col_name() + " IS NOT NULL "); }
+Ptr_CommonExpr col::is_null() const { return text(col_name(), " IS NULL "); }
+Ptr_CommonExpr col::is_not_null() const { return text(col_name(), " IS NOT NULL "); }
 
 Ptr_CommonExpr col::like(const std::string& pattern) const {
   return node<LikeExpr>(col_name(), pattern);

@@ -12,12 +12,42 @@ namespace {
 // The dismantling loop running on this thread, if any.
 thread_local std::vector<std::shared_ptr<CommonExpr>>* running_dismantle = nullptr;
 
+// A piece stack grown past this by one huge tree is not kept.
+constexpr std::size_t kKeptPieces = 4096;
+
 }  // namespace
 
 std::string ExprTree::render(const CommonExpr& root, tessel::DBTYPE db_type) {
   std::string out;
+  append(out, root, db_type);
+  return out;
+}
+
+void ExprTree::append(std::string& out, const CommonExpr& root, tessel::DBTYPE db_type) {
+  if (const std::string* text = root.fixed_text()) {
+    out += *text;
+    return;
+  }
+  // The piece stack of the render running on this thread is kept between
+  // renders, so that a statement's conditions cost no allocation each; a
+  // leaf that renders a tree of its own meanwhile gets a stack of its own.
+  thread_local std::vector<CommonExpr::Piece> spare;
+  thread_local bool spare_in_use = false;
+  struct Lease {
+    bool borrowed;
+    std::vector<CommonExpr::Piece> own;
+    std::vector<CommonExpr::Piece>& pending;
+    Lease() : borrowed(!spare_in_use), pending(borrowed ? spare : own) { spare_in_use = true; }
+    ~Lease() {
+      if (!borrowed) return;
+      pending.clear();
+      if (pending.capacity() > kKeptPieces) std::vector<CommonExpr::Piece>().swap(pending);
+      spare_in_use = false;
+    }
+  } lease;
+  std::vector<CommonExpr::Piece>& pending = lease.pending;
   // Pieces still to write, the next one last.
-  std::vector<CommonExpr::Piece> pending{{nullptr, &root}};
+  pending.push_back({nullptr, &root});
   while (!pending.empty()) {
     const CommonExpr::Piece piece = pending.back();
     pending.pop_back();
@@ -26,6 +56,10 @@ std::string ExprTree::render(const CommonExpr& root, tessel::DBTYPE db_type) {
       continue;
     }
     if (piece.node == nullptr) continue;
+    if (const std::string* text = piece.node->fixed_text()) {
+      out += *text;
+      continue;
+    }
     const std::size_t mark = pending.size();
     if (piece.node->expand(pending)) {
       std::reverse(pending.begin() + static_cast<std::ptrdiff_t>(mark), pending.end());
@@ -33,7 +67,13 @@ std::string ExprTree::render(const CommonExpr& root, tessel::DBTYPE db_type) {
       out += piece.node->GetExpr(db_type);
     }
   }
-  return out;
+}
+
+Ptr_CommonExpr ExprTree::finished(std::string text) {
+  Ptr_CommonExpr holder;
+  holder.text_ = std::move(text);
+  holder.has_text_ = true;
+  return holder;
 }
 
 void ExprTree::dismantle(CommonExpr& node) noexcept {

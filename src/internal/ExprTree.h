@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "vexel/CommonExpr.h"
+#include "vexel/Ptr_CommonExpr.h"
 
 namespace vexel {
 namespace internal {
@@ -20,6 +21,11 @@ class ExprTree {
   // The text of `root`: nodes that hold others are expanded on an explicit
   // stack, leaves render through their own GetExpr.
   static std::string render(const CommonExpr& root, tessel::DBTYPE db_type);
+  // The same text appended to `out`, which statements render into.
+  static void append(std::string& out, const CommonExpr& root, tessel::DBTYPE db_type);
+
+  // A condition whose text is finished: kept in the holder, no node.
+  static Ptr_CommonExpr finished(std::string text);
 
   // Called from the destructor of a node that holds others: takes its
   // children and destroys them in a loop. A node destroyed inside that loop

@@ -7,12 +7,18 @@ namespace vexel {
 namespace internal {
 namespace {
 
-template <typename Render>
-std::string join(const std::vector<col>& cols, Render render) {
+template <typename Append>
+std::string join(const std::vector<col>& cols, tessel::DBTYPE db, Append append) {
   std::string out;
+  std::size_t size = 0;
+  for (const col& c : cols) {
+    size += c.only_schema_name().size() + c.only_table_name().size() + c.only_col_name().size() +
+            c.only_order_sql().size() + 15;
+  }
+  out.reserve(size);
   for (const col& c : cols) {
     if (!out.empty()) out += " , ";
-    out += render(c);
+    append(out, c, db);
   }
   return out;
 }
@@ -50,14 +56,18 @@ std::string view_text(const view& v, tessel::DBTYPE db) {
   return copy.view_name();
 }
 
-std::string column_text(const col& c, tessel::DBTYPE db) { return col(c, db).col_name(); }
-
-std::string join_names(const std::vector<col>& cols) {
-  return join(cols, [](const col& c) { return c.col_name(); });
+std::string column_text(const col& c, tessel::DBTYPE db) {
+  std::string out;
+  ColumnText::append(out, c, db);
+  return out;
 }
 
-std::string join_orders(const std::vector<col>& cols) {
-  return join(cols, [](const col& c) { return c.to_order(); });
+std::string join_names(const std::vector<col>& cols, tessel::DBTYPE db) {
+  return join(cols, db, &ColumnText::append);
+}
+
+std::string join_orders(const std::vector<col>& cols, tessel::DBTYPE db) {
+  return join(cols, db, &ColumnText::append_order);
 }
 
 }  // namespace internal

@@ -25,11 +25,23 @@ std::string table_text(const tab& t, tessel::DBTYPE db);
 std::string view_text(const view& v, tessel::DBTYPE db);
 std::string column_text(const col& c, tessel::DBTYPE db);
 
-// Columns by col::col_name(), separated by " , ". A column that renders
-// empty while nothing was written yet adds no separator.
-std::string join_names(const std::vector<col>& cols);
-// Columns by col::to_order(), separated by " , ".
-std::string join_orders(const std::vector<col>& cols);
+// A column's text as a plain copy of it in dialect `db` renders it
+// (col(c, db).col_name(), and to_order()), appended without the copy.
+struct ColumnText {
+  static void append(std::string& out, const col& c, tessel::DBTYPE db) {
+    c.append_text(out, db, db == tessel::DB_SQLITE);
+  }
+  static void append_order(std::string& out, const col& c, tessel::DBTYPE db) {
+    append(out, c, db);
+    out += c.order_sql_;
+  }
+};
+
+// Columns in dialect `db` by col_name(), separated by " , ". A column that
+// renders empty while nothing was written yet adds no separator.
+std::string join_names(const std::vector<col>& cols, tessel::DBTYPE db);
+// Columns in dialect `db` by to_order(), separated by " , ".
+std::string join_orders(const std::vector<col>& cols, tessel::DBTYPE db);
 
 // A floating value with six decimals and no exponent, as printf's "%f"
 // writes it in the C locale ("1.500000", "-0.000001"), whatever locale the
