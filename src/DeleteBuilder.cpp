@@ -54,9 +54,7 @@ DeleteBuilder& DeleteBuilder::OR(const CommonExpr& condition) {
 
 DeleteBuilder& DeleteBuilder::RETURNING(const std::vector<col>& cols) {
   if (SQLDelete* b = VEXEL_IMPL()) {
-    std::vector<col> copies(cols);
-    for (col& c : copies) c.set_db_type(db_type_);
-    b->RETURNING(copies);
+    b->RETURNING(cols, db_type_);
     returning_ = true;
   }
   return *this;

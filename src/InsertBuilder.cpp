@@ -49,7 +49,7 @@ InsertBuilder& InsertBuilder::INSERT_INTO(const tab& t) {
 }
 
 InsertBuilder& InsertBuilder::COLUMNS(const std::vector<col>& cols) {
-  if (SQLInsert* b = VEXEL_IMPL()) b->COLUMNS(internal::with_dialect(cols, db_type_));
+  if (SQLInsert* b = VEXEL_IMPL()) b->COLUMNS(cols, db_type_);
   return *this;
 }
 
@@ -59,26 +59,24 @@ InsertBuilder& InsertBuilder::VALUES(const std::vector<SQLValue>& row) {
 }
 
 InsertBuilder& InsertBuilder::SET(const col& c, const SQLValue& v) {
-  if (SQLInsert* b = VEXEL_IMPL())
-    b->SET(internal::with_dialect(c, db_type_), SQLExpr(v).GetExpr(db_type_));
+  if (SQLInsert* b = VEXEL_IMPL()) b->SET(c, db_type_, v.GetValue());
   return *this;
 }
 
 InsertBuilder& InsertBuilder::SET(const col& c, const col& value) {
   if (SQLInsert* b = VEXEL_IMPL()) {
-    b->SET(internal::with_dialect(c, db_type_),
-           SQLExpr(internal::with_dialect(value, db_type_), db_type_).GetExpr(db_type_));
+    b->SET(c, db_type_, internal::column_text(value, db_type_));
   }
   return *this;
 }
 
 InsertBuilder& InsertBuilder::SET(const col& c, const CommonExpr& e) {
-  if (SQLInsert* b = VEXEL_IMPL()) b->SET(internal::with_dialect(c, db_type_), e.GetExpr(db_type_));
+  if (SQLInsert* b = VEXEL_IMPL()) b->SET(c, db_type_, e.GetExpr(db_type_));
   return *this;
 }
 
 InsertBuilder& InsertBuilder::ON_CONFLICT(const std::vector<col>& cols) {
-  if (SQLInsert* b = VEXEL_IMPL()) b->ON_CONFLICT(internal::with_dialect(cols, db_type_));
+  if (SQLInsert* b = VEXEL_IMPL()) b->ON_CONFLICT(cols, db_type_);
   return *this;
 }
 
@@ -104,7 +102,7 @@ InsertBuilder& InsertBuilder::OR(const CommonExpr& condition) {
 
 InsertBuilder& InsertBuilder::RETURNING(const std::vector<col>& cols) {
   if (SQLInsert* b = VEXEL_IMPL()) {
-    b->RETURNING(internal::with_dialect(cols, db_type_));
+    b->RETURNING(cols, db_type_);
     returning_ = true;
   }
   return *this;

@@ -12,22 +12,26 @@ SQLDelete::SQLDelete(const std::shared_ptr<tessel::CConnect>& conn) : db_conn_(c
 }
 
 std::string SQLDelete::render(const Form& form) const {
-  std::string table = table_name_;
+  std::size_t from = 0;
   if (form.drop_schema) {
-    const std::size_t dot = table.find('.');
-    if (dot != std::string::npos) table = table.substr(dot + 1);
+    const std::size_t dot = table_name_.find('.');
+    if (dot != std::string::npos) from = dot + 1;
   }
-  std::string returned;
-  for (std::size_t i = 0; i < returning_columns_.size(); ++i) {
-    if (i > 0) returned += ",";
-    returned +=
-        (form.output_ref != nullptr ? form.output_ref : "") + returning_columns_[i].col_name();
-  }
-  std::string sql = "DELETE FROM " + table;
+  const char* ref = form.output_ref != nullptr ? form.output_ref : "";
+  const bool listed = returned_.listed(ref);
+  std::string sql;
+  sql.reserve(40 + table_name_.size() + where_.size() + returned_.size());
+  sql.append("DELETE FROM ").append(table_name_, from, std::string::npos);
   // SQL Server names the removed rows before the condition.
-  if (form.output_ref != nullptr && !returned.empty()) sql += " OUTPUT " + returned;
-  if (!where_.empty()) sql += " WHERE " + where_;
-  if (form.output_ref == nullptr && !returned.empty()) sql += " RETURNING " + returned;
+  if (form.output_ref != nullptr && listed) {
+    sql += " OUTPUT ";
+    returned_.put(sql, ref);
+  }
+  if (!where_.empty()) sql.append(" WHERE ").append(where_);
+  if (form.output_ref == nullptr && listed) {
+    sql += " RETURNING ";
+    returned_.put(sql, ref);
+  }
   return sql;
 }
 

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "internal/Execution.h"
+#include "internal/Text.h"
 #include "tessel/CConnect.h"
 #include "vexel/col.h"
 
@@ -38,9 +39,7 @@ class SQLDelete {
   // No brackets and no check that a condition was set: callers rely on it.
   void AND(const std::string& text) { where_ += " AND " + text; }
   void OR(const std::string& text) { where_ += " OR " + text; }
-  void RETURNING(const std::vector<col>& cols) {
-    returning_columns_.insert(returning_columns_.end(), cols.begin(), cols.end());
-  }
+  void RETURNING(const std::vector<col>& cols, tessel::DBTYPE db) { returned_.add(cols, db); }
 
   // How one dialect writes the statement.
   struct Form {
@@ -57,7 +56,7 @@ class SQLDelete {
 
  private:
   std::string table_name_;
-  std::vector<col> returning_columns_;
+  internal::ReturnedColumns returned_;
   std::string where_;
   bool where_given_ = false;
   tessel::DBTYPE db_type_ = tessel::DB_POSTGRESQL;

@@ -10,31 +10,17 @@ namespace vexel {
 namespace {
 
 // Lists in insert statements are joined by a bare ",".
-std::string names(const std::vector<col>& cols, const char* prefix = "") {
-  std::string text;
-  for (std::size_t i = 0; i < cols.size(); ++i) {
-    if (i > 0) text += ",";
-    text += prefix + cols[i].col_name();
+void put_names(std::string& out, const std::vector<std::string>& names, const char* prefix = "") {
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    if (i > 0) out += ',';
+    out.append(prefix).append(names[i]);
   }
-  return text;
 }
 
-std::string row_text(const std::vector<SQLValue>& row) {
-  std::string text = "(";
-  for (std::size_t i = 0; i < row.size(); ++i) {
-    if (i > 0) text += ",";
-    text += SQLExpr(row[i]).ToExpr();
-  }
-  return text + ")";
-}
-
-std::string rows_text(const std::vector<std::vector<SQLValue>>& rows) {
-  std::string text;
-  for (std::size_t i = 0; i < rows.size(); ++i) {
-    if (i > 0) text += ",";
-    text += row_text(rows[i]);
-  }
-  return text;
+std::vector<std::string> column_texts(const std::vector<col>& cols, tessel::DBTYPE db) {
+  std::vector<std::string> out(cols.size());
+  for (std::size_t i = 0; i < cols.size(); ++i) internal::ColumnText::append(out[i], cols[i], db);
+  return out;
 }
 
 }  // namespace
@@ -43,64 +29,111 @@ SQLInsert::SQLInsert(const std::shared_ptr<tessel::CConnect>& conn) : db_conn_(c
   if (db_conn_) db_type_ = db_conn_->GetDBType();
 }
 
+void SQLInsert::COLUMNS(const std::vector<col>& cols, tessel::DBTYPE db) {
+  columns_.clear();
+  for (std::size_t i = 0; i < cols.size(); ++i) {
+    if (i > 0) columns_ += ',';
+    internal::ColumnText::append(columns_, cols[i], db);
+  }
+}
+
+void SQLInsert::VALUES(const std::vector<SQLValue>& row) {
+  if (row_count_ > 0) rows_ += ',';
+  rows_ += '(';
+  for (std::size_t i = 0; i < row.size(); ++i) {
+    if (i > 0) rows_ += ',';
+    rows_ += row[i].GetValue();
+  }
+  rows_ += ')';
+  ++row_count_;
+}
+
+void SQLInsert::SET(const col& c, tessel::DBTYPE db, const std::string& value_text) {
+  std::string name;
+  internal::ColumnText::append(name, c, db);
+  set_values_[std::move(name)] = value_text;
+}
+
+void SQLInsert::ON_CONFLICT(const std::vector<col>& cols, tessel::DBTYPE db) {
+  conflict_columns_ = column_texts(cols, db);
+}
+
+void SQLInsert::RETURNING(const std::vector<col>& cols, tessel::DBTYPE db) {
+  returning_columns_ = column_texts(cols, db);
+}
+
 std::string SQLInsert::upsert_text() const {
+  std::string sql;
+  sql.reserve(64 + table_name_.size() + columns_.size() + rows_.size() + where_.size() +
+              32 * (conflict_columns_.size() + returning_columns_.size() + set_values_.size()));
   // No blank before "(" nor after " VALUES": hosts compare the text.
-  std::string sql = "INSERT INTO " + table_name_ + "(" + names(columns_) + ")";
-  sql += " VALUES" + rows_text(values_);
+  sql.append("INSERT INTO ").append(table_name_).append("(").append(columns_).append(")");
+  sql.append(" VALUES").append(rows_);
   if (!conflict_columns_.empty()) {
-    sql += " ON CONFLICT (" + names(conflict_columns_) + ")";
+    sql += " ON CONFLICT (";
+    put_names(sql, conflict_columns_);
+    sql += ")";
     if (set_values_.empty()) {
       sql += " DO NOTHING ";  // the trailing blank is part of the known text
     } else {
       sql += " DO UPDATE SET ";
       for (const auto& entry : set_values_) {
-        sql += entry.first.col_name() + " = " + entry.second + ", ";
+        sql.append(entry.first).append(" = ").append(entry.second).append(", ");
       }
       sql.resize(sql.size() - 2);
     }
   }
   // Lands behind the VALUES list even without a conflict clause.
-  if (!where_.empty()) sql += " WHERE " + where_;
-  if (!returning_columns_.empty()) sql += " RETURNING " + names(returning_columns_);
+  if (!where_.empty()) sql.append(" WHERE ").append(where_);
+  if (!returning_columns_.empty()) {
+    sql += " RETURNING ";
+    put_names(sql, returning_columns_);
+  }
   return sql;
 }
 
 std::string SQLInsert::sqlserver_text() const {
   std::string sql;
+  sql.reserve(96 + 2 * (table_name_.size() + columns_.size() + rows_.size()) +
+              48 * (conflict_columns_.size() + returning_columns_.size() + set_values_.size()));
   if (conflict_columns_.empty()) {
-    sql = "INSERT INTO " + table_name_ + "(" + names(columns_) + ")";
+    sql.append("INSERT INTO ").append(table_name_).append("(").append(columns_).append(")");
     // Capital "Inserted." here, "inserted." in MERGE: both are what hosts expect.
-    if (!returning_columns_.empty()) sql += " OUTPUT " + names(returning_columns_, "Inserted.");
-    sql += " VALUES " + rows_text(values_);
+    if (!returning_columns_.empty()) {
+      sql += " OUTPUT ";
+      put_names(sql, returning_columns_, "Inserted.");
+    }
+    sql.append(" VALUES ").append(rows_);
     return sql;
   }
-  if (values_.size() != 1) {
+  if (row_count_ != 1) {
     // The one exception the library throws, and a std::string at that:
     // callers catch this exact text, misspelling included.
-    throw std::string("invaild param, values size = ") + std::to_string(values_.size());
+    throw std::string("invaild param, values size = ") + std::to_string(row_count_);
   }
-  const std::string row = row_text(values_.front());
-  const std::string cols = names(columns_);
-  sql = "MERGE INTO " + table_name_;
-  sql += " USING (VALUES" + row + ") AS Excluded(" + cols + ")";
+  sql.append("MERGE INTO ").append(table_name_);
+  sql.append(" USING (VALUES").append(rows_).append(") AS Excluded(").append(columns_).append(")");
   sql += " ON(";
   for (std::size_t i = 0; i < conflict_columns_.size(); ++i) {
     if (i > 0) sql += " AND ";
-    const std::string name = conflict_columns_[i].col_name();
+    const std::string& name = conflict_columns_[i];
     sql.append(table_name_).append(".").append(name).append(" = Excluded.").append(name);
   }
   sql += ")";
-  sql += " WHEN NOT MATCHED THEN INSERT(" + cols + ") VALUES" + row;
+  sql.append(" WHEN NOT MATCHED THEN INSERT(").append(columns_).append(") VALUES").append(rows_);
   if (!set_values_.empty()) {
     sql += " WHEN MATCHED THEN UPDATE SET ";
     bool first = true;
     for (const auto& entry : set_values_) {
       if (!first) sql += ",";
       first = false;
-      sql += entry.first.col_name() + " = " + entry.second;
+      sql.append(entry.first).append(" = ").append(entry.second);
     }
   }
-  if (!returning_columns_.empty()) sql += " OUTPUT " + names(returning_columns_, "inserted.");
+  if (!returning_columns_.empty()) {
+    sql += " OUTPUT ";
+    put_names(sql, returning_columns_, "inserted.");
+  }
   sql += ";";
   return sql;
 }

@@ -37,17 +37,18 @@ class SQLInsert {
     bool read_exclude;  // then run "SELECT " + exclude_ + ";"
   };
 
+  // Columns are given with the dialect they render in, and kept as text.
   void INSERT_INTO(const std::string& table_name) { table_name_ = table_name; }
-  void COLUMNS(const std::vector<col>& cols) { columns_ = cols; }
-  void VALUES(const std::vector<SQLValue>& row) { values_.push_back(row); }
-  void SET(const col& c, const std::string& value_text) { set_values_[c] = value_text; }
-  void ON_CONFLICT(const std::vector<col>& cols) { conflict_columns_ = cols; }
+  void COLUMNS(const std::vector<col>& cols, tessel::DBTYPE db);
+  void VALUES(const std::vector<SQLValue>& row);
+  void SET(const col& c, tessel::DBTYPE db, const std::string& value_text);
+  void ON_CONFLICT(const std::vector<col>& cols, tessel::DBTYPE db);
   void EXCLUDE(const std::string& text) { exclude_ = text; }
   void WHERE(const std::string& text) { where_ = text; }
   // No brackets and no check that a condition was set: callers rely on it.
   void AND(const std::string& text) { where_ += " AND " + text; }
   void OR(const std::string& text) { where_ += " OR " + text; }
-  void RETURNING(const std::vector<col>& cols) { returning_columns_ = cols; }
+  void RETURNING(const std::vector<col>& cols, tessel::DBTYPE db);
 
  protected:
   ~SQLInsert() = default;
@@ -59,12 +60,15 @@ class SQLInsert {
   bool run(const RunForm& form, const internal::Site& site);
 
  private:
-  std::vector<std::vector<SQLValue>> values_;
-  std::vector<col> columns_;
+  // The VALUES rows as text, "(a,b),(c,d)", and how many there are.
+  std::string rows_;
+  std::size_t row_count_ = 0;
+  std::string columns_;  // "a,b"
   std::string table_name_;
-  std::vector<col> conflict_columns_;
-  std::vector<col> returning_columns_;
-  std::map<col, std::string> set_values_;
+  std::vector<std::string> conflict_columns_;
+  std::vector<std::string> returning_columns_;
+  // By column text: SET targets render in that order.
+  std::map<std::string, std::string> set_values_;
   std::string exclude_;
   tessel::DBTYPE db_type_ = tessel::DB_POSTGRESQL;
   std::string where_;

@@ -160,8 +160,15 @@ std::string SQLUpdate::render(const Form& form) const {
   // "UPDATE t" + the column name with no blank: the short form hosts use.
   if (form.column_form && !update_column_.empty()) return "UPDATE " + table_name_ + update_column_;
 
-  std::string sql = "UPDATE " + table_name_ + " SET ";
-  for (const auto& entry : set_values_) sql += entry.first + " = " + entry.second + ", ";
+  std::string sql;
+  std::size_t size = 48 + table_name_.size() + where_.size();
+  for (const auto& entry : set_values_) size += entry.first.size() + entry.second.size() + 5;
+  size += returned_.size();
+  sql.reserve(size);
+  sql.append("UPDATE ").append(table_name_).append(" SET ");
+  for (const auto& entry : set_values_) {
+    sql.append(entry.first).append(" = ").append(entry.second).append(", ");
+  }
   if (form.batch != Batch::kIgnored) {
     if (!union_sets_.empty()) sql += union_piece(form);
     if (!batch_sets_.empty()) {
@@ -172,15 +179,17 @@ std::string SQLUpdate::render(const Form& form) const {
   // database then reports the empty assignment.
   sql.resize(sql.size() - 2);
 
-  std::string returned;
-  for (std::size_t i = 0; i < returning_columns_.size(); ++i) {
-    if (i > 0) returned += ",";
-    returned +=
-        (form.output_ref != nullptr ? form.output_ref : "") + returning_columns_[i].col_name();
+  const char* ref = form.output_ref != nullptr ? form.output_ref : "";
+  const bool listed = returned_.listed(ref);
+  if (form.output_ref != nullptr && listed) {
+    sql += " OUTPUT ";
+    returned_.put(sql, ref);
   }
-  if (form.output_ref != nullptr && !returned.empty()) sql += " OUTPUT " + returned;
-  if (!where_.empty()) sql += " WHERE " + where_;
-  if (form.output_ref == nullptr && !returned.empty()) sql += " RETURNING " + returned;
+  if (!where_.empty()) sql.append(" WHERE ").append(where_);
+  if (form.output_ref == nullptr && listed) {
+    sql += " RETURNING ";
+    returned_.put(sql, ref);
+  }
   return sql;
 }
 

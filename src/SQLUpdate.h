@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "internal/Execution.h"
+#include "internal/Text.h"
 #include "tessel/CConnect.h"
 #include "vexel/SQLValue.h"
 #include "vexel/col.h"
@@ -45,7 +46,7 @@ class SQLUpdate {
   // No brackets and no check that a condition was set: callers rely on it.
   void AND(const std::string& text) { where_ += " AND " + text; }
   void OR(const std::string& text) { where_ += " OR " + text; }
-  void RETURNING(const std::vector<col>& cols) { append(returning_columns_, cols); }
+  void RETURNING(const std::vector<col>& cols, tessel::DBTYPE db) { returned_.add(cols, db); }
   void VACUUM(const std::vector<std::string>& tables) { append(vacuum_tables_, tables); }
 
   void UNION_SET(const std::string& target, const std::string& source) {
@@ -89,7 +90,7 @@ class SQLUpdate {
   std::string case_piece() const;
 
   std::string table_name_;
-  std::vector<col> returning_columns_;
+  internal::ReturnedColumns returned_;
   std::map<std::string, std::string> set_values_;
   std::string where_;
   bool where_given_ = false;

@@ -57,33 +57,30 @@ UpdateBuilder& UpdateBuilder::UPDATE(const tab& t) {
 }
 
 UpdateBuilder& UpdateBuilder::UPDATE(const col& c) {
-  if (SQLUpdate* b = VEXEL_IMPL()) b->UPDATE_COLUMN(internal::with_dialect(c, db_type_).col_name());
+  if (SQLUpdate* b = VEXEL_IMPL()) b->UPDATE_COLUMN(internal::column_text(c, db_type_));
   return *this;
 }
 
 UpdateBuilder& UpdateBuilder::SET(const col& c, const SQLValue& v) {
-  if (SQLUpdate* b = VEXEL_IMPL())
-    b->SET(internal::with_dialect(c, db_type_).col_name(), SQLExpr(v).GetExpr(db_type_));
+  if (SQLUpdate* b = VEXEL_IMPL()) b->SET(internal::column_text(c, db_type_), v.GetValue());
   return *this;
 }
 
 UpdateBuilder& UpdateBuilder::SET(const col& c, const col& value) {
   if (SQLUpdate* b = VEXEL_IMPL()) {
-    b->SET(internal::with_dialect(c, db_type_).col_name(),
-           SQLExpr(internal::with_dialect(value, db_type_), db_type_).GetExpr(db_type_));
+    b->SET(internal::column_text(c, db_type_), internal::column_text(value, db_type_));
   }
   return *this;
 }
 
 UpdateBuilder& UpdateBuilder::SET(const col& c, const CommonExpr& e) {
-  if (SQLUpdate* b = VEXEL_IMPL())
-    b->SET(internal::with_dialect(c, db_type_).col_name(), e.GetExpr(db_type_));
+  if (SQLUpdate* b = VEXEL_IMPL()) b->SET(internal::column_text(c, db_type_), e.GetExpr(db_type_));
   return *this;
 }
 
 UpdateBuilder& UpdateBuilder::SET(const col& c, const QueryBuilder& q) {
   if (SQLUpdate* b = VEXEL_IMPL())
-    b->SET(internal::with_dialect(c, db_type_).col_name(), "(" + q.tosql() + ")");
+    b->SET(internal::column_text(c, db_type_), "(" + q.tosql() + ")");
   return *this;
 }
 
@@ -104,7 +101,7 @@ UpdateBuilder& UpdateBuilder::SET(const col& c,
     VEXEL_LOG(5, "[%s]no value for db_type %d.[%s(%d)]", static_cast<int>(db_type_));
     return *this;
   }
-  b->SET(internal::with_dialect(c, db_type_).col_name(), SQLExpr(it->second).GetExpr(db_type_));
+  b->SET(internal::column_text(c, db_type_), SQLExpr(it->second).GetExpr(db_type_));
   return *this;
 }
 
@@ -129,7 +126,7 @@ UpdateBuilder& UpdateBuilder::OR(const CommonExpr& condition) {
 
 UpdateBuilder& UpdateBuilder::RETURNING(const std::vector<col>& cols) {
   if (SQLUpdate* b = VEXEL_IMPL()) {
-    b->RETURNING(internal::with_dialect(cols, db_type_));
+    b->RETURNING(cols, db_type_);
     returning_ = true;
   }
   return *this;
@@ -142,8 +139,7 @@ UpdateBuilder& UpdateBuilder::VACUUM(const std::vector<tab>& tables) {
 
 UpdateBuilder& UpdateBuilder::UNION_SET(const col& target, const col& source) {
   if (SQLUpdate* b = VEXEL_IMPL()) {
-    b->UNION_SET(internal::with_dialect(target, db_type_).col_name(),
-                 internal::with_dialect(source, db_type_).col_name());
+    b->UNION_SET(internal::column_text(target, db_type_), internal::column_text(source, db_type_));
   }
   return *this;
 }
@@ -155,8 +151,8 @@ UpdateBuilder& UpdateBuilder::UNION_FROM(const std::vector<tab>& tables) {
 
 UpdateBuilder& UpdateBuilder::UNION_CONDITION(const col& left, const col& right) {
   if (SQLUpdate* b = VEXEL_IMPL()) {
-    b->UNION_CONDITION(internal::with_dialect(left, db_type_).col_name(),
-                       internal::with_dialect(right, db_type_).col_name());
+    b->UNION_CONDITION(internal::column_text(left, db_type_),
+                       internal::column_text(right, db_type_));
   }
   return *this;
 }

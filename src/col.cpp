@@ -12,7 +12,9 @@ col::col(const CommonExpr& e, const tessel::DBTYPE& db) : col_name_(e.GetExpr(db
 
 std::string col::plain_text(bool drop_schema) const {
   std::string text;
-  text.reserve(schema_name_.size() + table_name_.size() + col_name_.size() + 11);
+  text.reserve((excluded_ ? 9 : 0) +
+               (drop_schema || schema_name_.empty() ? 0 : schema_name_.size() + 1) +
+               (table_name_.empty() ? 0 : table_name_.size() + 1) + col_name_.size());
   append_text(text, db_type_, drop_schema);
   return text;
 }

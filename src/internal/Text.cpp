@@ -10,12 +10,6 @@ namespace {
 template <typename Append>
 std::string join(const std::vector<col>& cols, tessel::DBTYPE db, Append append) {
   std::string out;
-  std::size_t size = 0;
-  for (const col& c : cols) {
-    size += c.only_schema_name().size() + c.only_table_name().size() + c.only_col_name().size() +
-            c.only_order_sql().size() + 15;
-  }
-  out.reserve(size);
   for (const col& c : cols) {
     if (!out.empty()) out += " , ";
     append(out, c, db);
@@ -44,11 +38,8 @@ std::vector<col> with_dialect(const std::vector<col>& cols, tessel::DBTYPE db) {
   return out;
 }
 
-std::string table_text(const tab& t, tessel::DBTYPE db) {
-  tab copy(t);
-  copy.set_db_type(db);
-  return copy.table_name();
-}
+// A table's text is the same in every dialect.
+std::string table_text(const tab& t, tessel::DBTYPE /*db*/) { return t.table_name(); }
 
 std::string view_text(const view& v, tessel::DBTYPE db) {
   view copy(v);
@@ -60,6 +51,30 @@ std::string column_text(const col& c, tessel::DBTYPE db) {
   std::string out;
   ColumnText::append(out, c, db);
   return out;
+}
+
+void ReturnedColumns::add(const std::vector<col>& cols, tessel::DBTYPE db) {
+  for (const col& c : cols) {
+    names_.emplace_back();
+    ColumnText::append(names_.back(), c, db);
+  }
+}
+
+bool ReturnedColumns::listed(const char* ref) const {
+  return names_.size() > 1 || (names_.size() == 1 && (*ref != '\0' || !names_[0].empty()));
+}
+
+void ReturnedColumns::put(std::string& out, const char* ref) const {
+  for (std::size_t i = 0; i < names_.size(); ++i) {
+    if (i > 0) out += ',';
+    out.append(ref).append(names_[i]);
+  }
+}
+
+std::size_t ReturnedColumns::size() const {
+  std::size_t size = 0;
+  for (const std::string& name : names_) size += name.size() + 10;
+  return size;
 }
 
 std::string join_names(const std::vector<col>& cols, tessel::DBTYPE db) {

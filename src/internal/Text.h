@@ -37,6 +37,21 @@ struct ColumnText {
   }
 };
 
+// The columns an UPDATE or DELETE returns, as text in the builder's
+// dialect, each written after an optional reference ("inserted.").
+class ReturnedColumns {
+ public:
+  void add(const std::vector<col>& cols, tessel::DBTYPE db);
+  // Whether the list writes any text at all: its keyword goes only then.
+  bool listed(const char* ref) const;
+  // The names separated by ",".
+  void put(std::string& out, const char* ref) const;
+  std::size_t size() const;
+
+ private:
+  std::vector<std::string> names_;
+};
+
 // Columns in dialect `db` by col_name(), separated by " , ". A column that
 // renders empty while nothing was written yet adds no separator.
 std::string join_names(const std::vector<col>& cols, tessel::DBTYPE db);
