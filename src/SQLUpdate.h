@@ -35,7 +35,7 @@ class SQLUpdate {
   void UPDATE_COLUMN(const std::string& name) { update_column_ = name; }
   // Keyed by name: a later SET of a column replaces it, and the list
   // renders in name order.
-  void SET(const std::string& name, const std::string& value) { set_values_[name] = value; }
+  void SET(std::string name, const std::string& value) { set_values_[std::move(name)] = value; }
   void WHERE(const std::string& text) {
     where_ = text;
     where_given_ = true;

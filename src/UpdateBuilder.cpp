@@ -50,7 +50,7 @@ std::string UpdateBuilder::tosql() const {
 
 UpdateBuilder& UpdateBuilder::UPDATE(const tab& t) {
   if (SQLUpdate* b = VEXEL_IMPL()) {
-    table_name_ = table_names({t}).front();
+    table_name_ = internal::table_text(t, db_type_);
     b->UPDATE(table_name_);
   }
   return *this;
