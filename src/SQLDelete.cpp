@@ -20,14 +20,14 @@ std::string SQLDelete::render(const Form& form) const {
   const char* ref = form.output_ref != nullptr ? form.output_ref : "";
   const bool listed = returned_.listed(ref);
   std::string sql;
-  sql.reserve(40 + table_name_.size() + where_.size() + returned_.size());
+  sql.reserve(40 + table_name_.size() + where_size() + returned_.size());
   sql.append("DELETE FROM ").append(table_name_, from, std::string::npos);
   // SQL Server names the removed rows before the condition.
   if (form.output_ref != nullptr && listed) {
     sql += " OUTPUT ";
     returned_.put(sql, ref);
   }
-  if (!where_.empty()) sql.append(" WHERE ").append(where_);
+  put_where(sql);
   if (form.output_ref == nullptr && listed) {
     sql += " RETURNING ";
     returned_.put(sql, ref);

@@ -10,12 +10,13 @@
 
 #include "internal/Execution.h"
 #include "internal/Text.h"
+#include "internal/WhereClause.h"
 #include "tessel/CConnect.h"
 #include "vexel/col.h"
 
 namespace vexel {
 
-class SQLDelete {
+class SQLDelete : public internal::WhereClause {
  public:
   explicit SQLDelete(const std::shared_ptr<tessel::CConnect>& conn);
   SQLDelete(const SQLDelete&) = default;
@@ -29,16 +30,6 @@ class SQLDelete {
   tessel::DBTYPE db_type() const { return db_type_; }
 
   void DELETE_FROM(const std::string& table_name) { table_name_ = table_name; }
-  void WHERE(const std::string& text) {
-    where_ = text;
-    where_given_ = true;
-  }
-  // A WHERE was given, and nothing of it renders: the statement would
-  // change every row.
-  bool where_renders_empty() const { return where_given_ && where_.empty(); }
-  // No brackets and no check that a condition was set: callers rely on it.
-  void AND(const std::string& text) { where_ += " AND " + text; }
-  void OR(const std::string& text) { where_ += " OR " + text; }
   void RETURNING(const std::vector<col>& cols, tessel::DBTYPE db) { returned_.add(cols, db); }
 
   // How one dialect writes the statement.
@@ -57,8 +48,6 @@ class SQLDelete {
  private:
   std::string table_name_;
   internal::ReturnedColumns returned_;
-  std::string where_;
-  bool where_given_ = false;
   tessel::DBTYPE db_type_ = tessel::DB_POSTGRESQL;
   std::shared_ptr<tessel::CConnect> db_conn_;
 };

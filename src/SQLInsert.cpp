@@ -64,7 +64,7 @@ void SQLInsert::RETURNING(const std::vector<col>& cols, tessel::DBTYPE db) {
 
 std::string SQLInsert::upsert_text() const {
   std::string sql;
-  sql.reserve(64 + table_name_.size() + columns_.size() + rows_.size() + where_.size() +
+  sql.reserve(64 + table_name_.size() + columns_.size() + rows_.size() + where_size() +
               32 * (conflict_columns_.size() + returning_columns_.size() + set_values_.size()));
   // No blank before "(" nor after " VALUES": hosts compare the text.
   sql.append("INSERT INTO ").append(table_name_).append("(").append(columns_).append(")");
@@ -84,7 +84,7 @@ std::string SQLInsert::upsert_text() const {
     }
   }
   // Lands behind the VALUES list even without a conflict clause.
-  if (!where_.empty()) sql.append(" WHERE ").append(where_);
+  put_where(sql);
   if (!returning_columns_.empty()) {
     sql += " RETURNING ";
     put_names(sql, returning_columns_);

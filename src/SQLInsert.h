@@ -11,13 +11,14 @@
 #include <vector>
 
 #include "internal/Execution.h"
+#include "internal/WhereClause.h"
 #include "tessel/CConnect.h"
 #include "vexel/SQLValue.h"
 #include "vexel/col.h"
 
 namespace vexel {
 
-class SQLInsert {
+class SQLInsert : public internal::WhereClause {
  public:
   explicit SQLInsert(const std::shared_ptr<tessel::CConnect>& conn);
   SQLInsert(const SQLInsert&) = default;
@@ -44,10 +45,6 @@ class SQLInsert {
   void SET(const col& c, tessel::DBTYPE db, const std::string& value_text);
   void ON_CONFLICT(const std::vector<col>& cols, tessel::DBTYPE db);
   void EXCLUDE(const std::string& text) { exclude_ = text; }
-  void WHERE(const std::string& text) { where_ = text; }
-  // No brackets and no check that a condition was set: callers rely on it.
-  void AND(const std::string& text) { where_ += " AND " + text; }
-  void OR(const std::string& text) { where_ += " OR " + text; }
   void RETURNING(const std::vector<col>& cols, tessel::DBTYPE db);
 
  protected:
@@ -71,7 +68,6 @@ class SQLInsert {
   std::map<std::string, std::string> set_values_;
   std::string exclude_;
   tessel::DBTYPE db_type_ = tessel::DB_POSTGRESQL;
-  std::string where_;
   std::shared_ptr<tessel::CConnect> db_conn_;
 };
 

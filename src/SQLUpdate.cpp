@@ -161,7 +161,7 @@ std::string SQLUpdate::render(const Form& form) const {
   if (form.column_form && !update_column_.empty()) return "UPDATE " + table_name_ + update_column_;
 
   std::string sql;
-  std::size_t size = 48 + table_name_.size() + where_.size();
+  std::size_t size = 48 + table_name_.size() + where_size();
   for (const auto& entry : set_values_) size += entry.first.size() + entry.second.size() + 5;
   size += returned_.size();
   sql.reserve(size);
@@ -185,7 +185,7 @@ std::string SQLUpdate::render(const Form& form) const {
     sql += " OUTPUT ";
     returned_.put(sql, ref);
   }
-  if (!where_.empty()) sql.append(" WHERE ").append(where_);
+  put_where(sql);
   if (form.output_ref == nullptr && listed) {
     sql += " RETURNING ";
     returned_.put(sql, ref);

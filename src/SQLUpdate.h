@@ -12,13 +12,14 @@
 
 #include "internal/Execution.h"
 #include "internal/Text.h"
+#include "internal/WhereClause.h"
 #include "tessel/CConnect.h"
 #include "vexel/SQLValue.h"
 #include "vexel/col.h"
 
 namespace vexel {
 
-class SQLUpdate {
+class SQLUpdate : public internal::WhereClause {
  public:
   explicit SQLUpdate(const std::shared_ptr<tessel::CConnect>& conn);
   SQLUpdate(const SQLUpdate&) = default;
@@ -36,16 +37,6 @@ class SQLUpdate {
   // Keyed by name: a later SET of a column replaces it, and the list
   // renders in name order.
   void SET(std::string name, const std::string& value) { set_values_[std::move(name)] = value; }
-  void WHERE(const std::string& text) {
-    where_ = text;
-    where_given_ = true;
-  }
-  // A WHERE was given, and nothing of it renders: the statement would
-  // change every row.
-  bool where_renders_empty() const { return where_given_ && where_.empty(); }
-  // No brackets and no check that a condition was set: callers rely on it.
-  void AND(const std::string& text) { where_ += " AND " + text; }
-  void OR(const std::string& text) { where_ += " OR " + text; }
   void RETURNING(const std::vector<col>& cols, tessel::DBTYPE db) { returned_.add(cols, db); }
   void VACUUM(const std::vector<std::string>& tables) { append(vacuum_tables_, tables); }
 
@@ -92,8 +83,6 @@ class SQLUpdate {
   std::string table_name_;
   internal::ReturnedColumns returned_;
   std::map<std::string, std::string> set_values_;
-  std::string where_;
-  bool where_given_ = false;
   std::string update_column_;
   std::vector<std::string> vacuum_tables_;
   std::vector<std::pair<std::string, std::string>> union_sets_;

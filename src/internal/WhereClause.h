@@ -1,0 +1,40 @@
+// The condition of an INSERT, UPDATE or DELETE, kept as text in the
+// builder's dialect; the implementation classes take their WHERE, AND and
+// OR from here.
+#ifndef VEXEL_INTERNAL_WHERECLAUSE_H
+#define VEXEL_INTERNAL_WHERECLAUSE_H
+
+#include <string>
+
+namespace vexel {
+namespace internal {
+
+class WhereClause {
+ public:
+  void WHERE(const std::string& text) {
+    where_ = text;
+    where_given_ = true;
+  }
+  // No brackets and no check that a condition was set: callers rely on it.
+  void AND(const std::string& text) { where_.append(" AND ").append(text); }
+  void OR(const std::string& text) { where_.append(" OR ").append(text); }
+  // A WHERE was given, and nothing of it renders: the statement would
+  // change every row.
+  bool where_renders_empty() const { return where_given_ && where_.empty(); }
+
+ protected:
+  // " WHERE " and the condition, when there is one.
+  void put_where(std::string& out) const {
+    if (!where_.empty()) out.append(" WHERE ").append(where_);
+  }
+  std::size_t where_size() const { return where_.size(); }
+
+ private:
+  std::string where_;
+  bool where_given_ = false;
+};
+
+}  // namespace internal
+}  // namespace vexel
+
+#endif  // VEXEL_INTERNAL_WHERECLAUSE_H
