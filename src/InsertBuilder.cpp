@@ -59,7 +59,7 @@ InsertBuilder& InsertBuilder::VALUES(const std::vector<SQLValue>& row) {
 }
 
 InsertBuilder& InsertBuilder::SET(const col& c, const SQLValue& v) {
-  if (SQLInsert* b = VEXEL_IMPL()) b->SET(c, db_type_, v.GetValue());
+  if (SQLInsert* b = VEXEL_IMPL()) b->SET(c, db_type_, internal::ValueText::of(v, db_type_));
   return *this;
 }
 

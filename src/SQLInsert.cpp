@@ -42,7 +42,7 @@ void SQLInsert::VALUES(const std::vector<SQLValue>& row) {
   rows_ += '(';
   for (std::size_t i = 0; i < row.size(); ++i) {
     if (i > 0) rows_ += ',';
-    rows_ += row[i].GetValue();
+    internal::ValueText::append(rows_, row[i], db_type_);
   }
   rows_ += ')';
   ++row_count_;

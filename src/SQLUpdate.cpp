@@ -17,9 +17,9 @@ void drop_tail(std::string& text, const std::string& tail) {
   }
 }
 
-std::string value_text(const std::vector<SQLValue>& row, std::size_t at) {
+std::string value_text(const std::vector<SQLValue>& row, std::size_t at, tessel::DBTYPE db) {
   // A row shorter than the columns renders nothing for the missing place.
-  return at < row.size() ? SQLExpr(row[at]).ToExpr() : std::string();
+  return at < row.size() ? internal::ValueText::of(row[at], db) : std::string();
 }
 
 }  // namespace
@@ -79,7 +79,7 @@ std::string SQLUpdate::join_values_piece() const {
     values = "(VALUES ";
     for (const auto& row : tmp_values) {
       std::string one = "(";
-      for (const SQLValue& v : row) one += SQLExpr(v).ToExpr() + ", ";
+      for (const SQLValue& v : row) one += internal::ValueText::of(v, db_type_) + ", ";
       drop_tail(one, ", ");
       values += one + ") " + ", ";
     }
@@ -115,12 +115,13 @@ std::string SQLUpdate::case_piece() const {
     std::string condition;
     for (std::size_t k = 0; k < batch_conditions_.size(); ++k) {
       if (k > 0) condition += " AND ";
-      condition +=
-          batch_conditions_[k].col_name() + "=" + value_text(row, at(batch_conditions_[k]));
+      condition += batch_conditions_[k].col_name() + "=" +
+                   value_text(row, at(batch_conditions_[k]), db_type_);
     }
     row_conditions.push_back(condition);
     for (std::size_t s = 0; s < batch_sets_.size(); ++s) {
-      branches[s] += " WHEN " + condition + " THEN " + value_text(row, at(batch_sets_[s]));
+      branches[s] +=
+          " WHEN " + condition + " THEN " + value_text(row, at(batch_sets_[s]), db_type_);
     }
   }
   // " CASE " then " WHEN " and " END " then " WHERE " double the blanks;
@@ -136,7 +137,7 @@ std::string SQLUpdate::case_piece() const {
     filter = key.col_name() + " IN (";
     for (std::size_t r = 0; r < tmp_values.size(); ++r) {
       if (r > 0) filter += ",";
-      filter += value_text(tmp_values[r], at(key));
+      filter += value_text(tmp_values[r], at(key), db_type_);
     }
     filter += ")";
   } else {

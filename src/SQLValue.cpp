@@ -46,20 +46,23 @@ SQLValue::SQLValue(const std::string& s) : value_(quoted(s)) {}
 SQLValue::SQLValue(const std::string& s, const tessel::DBTYPE& db) : SQLValue(s) { db_type_ = db; }
 SQLValue::SQLValue(const char* s) : value_(quoted(s != nullptr ? s : "")) {}
 SQLValue::SQLValue(const char* s, const tessel::DBTYPE& db) : SQLValue(s) { db_type_ = db; }
-SQLValue::SQLValue(const SQLValue& v, const tessel::DBTYPE& db) : value_(v.value_), db_type_(db) {}
+SQLValue::SQLValue(const SQLValue& v, const tessel::DBTYPE& db)
+    : value_(v.value_), db_type_(db), per_dialect_(v.per_dialect_) {}
 SQLValue::SQLValue(const CommonExpr& e, const tessel::DBTYPE& db)
     : value_(e.GetExpr(db)), db_type_(db) {}
 SQLValue::SQLValue(const SQLExpr& e) : value_(e.ToExpr()) {}
 SQLValue::SQLValue(const SQLFunc& f) : value_(f.text) {}
 SQLValue::SQLValue(const SQLFunc& f, const tessel::DBTYPE& db) : value_(f.text), db_type_(db) {}
 
-std::string SQLValue::GetExpr(const tessel::DBTYPE& /*db_type*/) const { return value_; }
+std::string SQLValue::GetExpr(const tessel::DBTYPE& db_type) const {
+  return per_dialect_ ? per_dialect_->GetExpr(db_type) : value_;
+}
 
 void SQLValue::set_table_name(const std::string& /*table_name*/) {}
 
 // A host's subclass may render otherwise: only the class itself answers.
 const std::string* SQLValue::fixed_text() const {
-  return typeid(*this) == typeid(SQLValue) ? &value_ : nullptr;
+  return typeid(*this) == typeid(SQLValue) && !per_dialect_ ? &value_ : nullptr;
 }
 
 }  // namespace vexel

@@ -62,7 +62,8 @@ UpdateBuilder& UpdateBuilder::UPDATE(const col& c) {
 }
 
 UpdateBuilder& UpdateBuilder::SET(const col& c, const SQLValue& v) {
-  if (SQLUpdate* b = VEXEL_IMPL()) b->SET(internal::column_text(c, db_type_), v.GetValue());
+  if (SQLUpdate* b = VEXEL_IMPL())
+    b->SET(internal::column_text(c, db_type_), internal::ValueText::of(v, db_type_));
   return *this;
 }
 

@@ -1,5 +1,6 @@
 #include "vexel/col.h"
 
+#include "internal/Text.h"
 #include "vexel/CommonExpr.h"
 #include "vexel/SQLValue.h"
 
@@ -111,7 +112,7 @@ col& col::operator+(const col& other) {
 col& col::operator+(const SQLValue& v) { return increase(v); }
 
 col& col::increase(const SQLValue& v) {
-  col_name_ += " + " + v.GetValue();
+  col_name_ += " + " + internal::ValueText::of(v, db_type_);
   return *this;
 }
 
@@ -123,7 +124,7 @@ col& col::operator-(const col& other) {
 col& col::operator-(const SQLValue& v) { return decrease(v); }
 
 col& col::decrease(const SQLValue& v) {
-  col_name_ += " - " + v.GetValue();
+  col_name_ += " - " + internal::ValueText::of(v, db_type_);
   return *this;
 }
 

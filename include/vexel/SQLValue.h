@@ -14,6 +14,10 @@ namespace vexel {
 class SQLExpr;
 class ANY;
 class Ptr_CommonExpr;
+class SafeValue;
+namespace internal {
+struct ValueText;
+}  // namespace internal
 
 // A function-call text taken verbatim by SQLValue.
 struct SQLFunc {
@@ -60,6 +64,8 @@ class VEXEL_API SQLValue : public CommonExpr {
   ~SQLValue() override = default;
 
   const std::string& GetValue() const { return value_; }
+  // The fixed text; a value made from a SafeValue gives its form in
+  // `db_type` instead.
   std::string GetExpr(const tessel::DBTYPE& db_type) const override;
   void set_table_name(const std::string& table_name) override;
   void set_db_type(const tessel::DBTYPE& db) { db_type_ = db; }
@@ -72,8 +78,13 @@ class VEXEL_API SQLValue : public CommonExpr {
   const std::string* fixed_text() const override;
 
  private:
+  friend class SafeValue;
+  friend struct internal::ValueText;
+
   std::string value_;
   tessel::DBTYPE db_type_ = tessel::DB_POSTGRESQL;
+  // Set for a value made from a SafeValue, whose text depends on the dialect.
+  std::shared_ptr<const CommonExpr> per_dialect_;
 };
 
 }  // namespace vexel

@@ -22,6 +22,7 @@ struct ColumnText;
 }  // namespace internal
 class SQLExpr;
 class SQLValue;
+class SafeValue;
 
 enum ColType : int32_t {
   ColumnPlain = 1,
@@ -140,6 +141,13 @@ class VEXEL_API col {
   Ptr_CommonExpr BETWEEN(const SQLValue& low, const SQLValue& high) const;
   Ptr_CommonExpr is_null() const;
   Ptr_CommonExpr is_not_null() const;
+  // Lists and patterns of safe values, each written as SafeValue writes it
+  // in the column's dialect: "c IN ('a','b''s')", "c NOT IN (...)", and
+  // "c LIKE 'pattern' ESCAPE '\'" (see SafeValue::escape_like). An empty
+  // list renders "c IN (NULL)", which matches no row.
+  Ptr_CommonExpr in_values(const std::vector<SafeValue>& values) const;
+  Ptr_CommonExpr not_in_values(const std::vector<SafeValue>& values) const;
+  Ptr_CommonExpr like_escaped(const SafeValue& pattern, char escape = '\\') const;
 
   // Conditions rendered with the statement's dialect.
   Ptr_CommonExpr like(const std::string& pattern) const;

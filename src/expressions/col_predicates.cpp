@@ -13,9 +13,11 @@
 #include "expressions/PatternExpr.h"
 #include "expressions/StrBitExpr.h"
 #include "internal/ExprTree.h"
+#include "internal/Text.h"
 #include "vexel/QueryBuilder.h"
 #include "vexel/SQLExpr.h"
 #include "vexel/SQLValue.h"
+#include "vexel/SafeValue.h"
 #include "vexel/col.h"
 
 namespace vexel {
@@ -69,37 +71,45 @@ Ptr_CommonExpr col::operator==(const SQLValue& v) const { return eq(v); }
 Ptr_CommonExpr col::operator==(const QueryBuilder& q) const {
   return text(col_name(), " = (", q.tosql(), ")");
 }
-Ptr_CommonExpr col::eq(const SQLValue& v) const { return text(col_name(), " = ", v.GetValue()); }
+Ptr_CommonExpr col::eq(const SQLValue& v) const {
+  return text(col_name(), " = ", internal::ValueText::of(v, db_type_));
+}
 
 Ptr_CommonExpr col::operator!=(const col& other) const {
   return text(col_name(), " != ", other.col_name());
 }
 Ptr_CommonExpr col::operator!=(const SQLValue& v) const { return neq(v); }
-Ptr_CommonExpr col::neq(const SQLValue& v) const { return text(col_name(), " != ", v.GetValue()); }
+Ptr_CommonExpr col::neq(const SQLValue& v) const {
+  return text(col_name(), " != ", internal::ValueText::of(v, db_type_));
+}
 
 Ptr_CommonExpr col::operator<(const SQLValue& v) const { return lt(v); }
-Ptr_CommonExpr col::lt(const SQLValue& v) const { return text(col_name(), " < ", v.GetValue()); }
+Ptr_CommonExpr col::lt(const SQLValue& v) const {
+  return text(col_name(), " < ", internal::ValueText::of(v, db_type_));
+}
 Ptr_CommonExpr col::lt(const col& other) const { return text(col_name(), " < ", other.col_name()); }
 Ptr_CommonExpr col::operator<=(const col& other) const {
   return text(col_name(), " <= ", other.col_name());
 }
 Ptr_CommonExpr col::operator<=(const SQLValue& v) const {
-  return text(col_name(), " <= ", v.GetValue());
+  return text(col_name(), " <= ", internal::ValueText::of(v, db_type_));
 }
 Ptr_CommonExpr col::operator>(const col& other) const {
   return text(col_name(), " > ", other.col_name());
 }
 Ptr_CommonExpr col::operator>(const SQLValue& v) const { return gt(v); }
-Ptr_CommonExpr col::gt(const SQLValue& v) const { return text(col_name(), " > ", v.GetValue()); }
+Ptr_CommonExpr col::gt(const SQLValue& v) const {
+  return text(col_name(), " > ", internal::ValueText::of(v, db_type_));
+}
 Ptr_CommonExpr col::operator>=(const col& other) const {
   return text(col_name(), " >= ", other.col_name());
 }
 Ptr_CommonExpr col::operator>=(const SQLValue& v) const {
-  return text(col_name(), " >= ", v.GetValue());
+  return text(col_name(), " >= ", internal::ValueText::of(v, db_type_));
 }
 
 Ptr_CommonExpr col::operator|(const SQLValue& v) const {
-  return text(col_name(), " | ", v.GetValue());
+  return text(col_name(), " | ", internal::ValueText::of(v, db_type_));
 }
 Ptr_CommonExpr col::operator|(const SQLExpr& e) const {
   return text(col_name(), " | ", e.ToExpr());
@@ -134,7 +144,8 @@ Ptr_CommonExpr col::notin(std::initializer_list<const char*> values) const {
 }
 
 Ptr_CommonExpr col::BETWEEN(const SQLValue& low, const SQLValue& high) const {
-  return text(col_name(), " BETWEEN ", low.GetValue(), " AND ", high.GetValue());
+  return text(col_name(), " BETWEEN ", internal::ValueText::of(low, db_type_), " AND ",
+              internal::ValueText::of(high, db_type_));
 }
 
 // The trailing blank is part of the text hosts match.
@@ -148,7 +159,7 @@ Ptr_CommonExpr col::ilike(const std::string& pattern) const {
   return node<ILikeExpr>(col_name(), pattern);
 }
 Ptr_CommonExpr col::similar_to(const SQLValue& v) const {
-  return node<ColRegexpExpr>(kSimilarTo, col_name(), v.GetValue());
+  return node<ColRegexpExpr>(kSimilarTo, col_name(), internal::ValueText::of(v, db_type_));
 }
 Ptr_CommonExpr col::regexp(const std::string& pattern) const {
   return node<ColRegexpExpr>(kRegexp, col_name(), quoted(pattern));
@@ -166,7 +177,7 @@ Ptr_CommonExpr col::full_text_search(const std::string& words) const {
   return node<FullTextExpr>(col_name_, words);
 }
 Ptr_CommonExpr col::XOR(const SQLValue& v) const {
-  return node<ColXorExpr>(col_name(), v.GetValue());
+  return node<ColXorExpr>(col_name(), internal::ValueText::of(v, db_type_));
 }
 Ptr_CommonExpr col::XOR(const SQLExpr& e) const {
   return node<ColXorExpr>(col_name(), SQLValue(e).GetValue());
@@ -187,6 +198,35 @@ Ptr_CommonExpr col::str_bit_shift_left(int n) const {
 }
 Ptr_CommonExpr col::str_bit_shift_right(int n) const {
   return node<StrBitShiftRightExpr>(col_name(), n);
+}
+
+namespace {
+
+std::string value_list(const std::vector<SafeValue>& values, tessel::DBTYPE db) {
+  std::string list;
+  for (const SafeValue& v : values) {
+    if (!list.empty()) list += ',';
+    list += v.GetExpr(db);
+  }
+  return list;
+}
+
+}  // namespace
+
+// No engine takes an empty list: the empty forms say what it means.
+Ptr_CommonExpr col::in_values(const std::vector<SafeValue>& values) const {
+  if (values.empty()) return text("1 = 0");
+  return text(col_name(), kIn, value_list(values, db_type_), ")");
+}
+
+Ptr_CommonExpr col::not_in_values(const std::vector<SafeValue>& values) const {
+  if (values.empty()) return text("1 = 1");
+  return text(col_name(), kNotIn, value_list(values, db_type_), ")");
+}
+
+Ptr_CommonExpr col::like_escaped(const SafeValue& pattern, char escape) const {
+  return text(col_name(), " LIKE ", pattern.GetExpr(db_type_), " ESCAPE ",
+              SafeValue(std::string(1, escape)).GetExpr(db_type_));
 }
 
 }  // namespace vexel

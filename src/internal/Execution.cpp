@@ -1,5 +1,7 @@
 #include "internal/Execution.h"
 
+#include "internal/Text.h"
+
 #include "internal/Log.h"
 
 namespace vexel {
@@ -75,6 +77,8 @@ void log_failure(const ExecRequest& request, int code, const std::string& info,
 }  // namespace
 
 bool Run(tessel::CConnect& conn, const ExecRequest& request, const std::string& sql) {
+  // A refused value logged when it was made; the statement is not run.
+  if (sql.find(refused_value_text()) != std::string::npos) return false;
   if (call(conn, request, sql)) return true;
   std::string info;
   const int code = request.query_error ? conn.GetLastQueryError(info) : conn.GetLastError(info);

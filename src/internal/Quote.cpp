@@ -91,15 +91,37 @@ std::string pg_ident(const std::string& name) {
   return plain && !is_keyword(kPgKeywords, name) ? name : double_quoted(name);
 }
 
-std::string sqlite_ident(const std::string& name) {
-  if (name.empty()) return name;
+namespace {
+
+// The name in lower case when it is a plain identifier of any case, else
+// empty.
+std::string plain_lower(const std::string& name) {
   std::string lower = name;
-  bool plain = !is_digit(name[0]);
+  bool plain = !name.empty() && !is_digit(name[0]);
   for (char& c : lower) {
     plain = plain && (is_lower(c) || is_upper(c) || is_digit(c) || c == '_');
     if (is_upper(c)) c = static_cast<char>(c - 'A' + 'a');
   }
-  return plain && !is_keyword(kSqliteKeywords, lower) ? name : double_quoted(name);
+  return plain ? lower : std::string();
+}
+
+}  // namespace
+
+std::string sqlite_ident(const std::string& name) {
+  if (name.empty()) return name;
+  const std::string lower = plain_lower(name);
+  return !lower.empty() && !is_keyword(kSqliteKeywords, lower) ? name : double_quoted(name);
+}
+
+// SQL Server's reserved words are mostly the other two dialects' keywords;
+// a plain name that is a keyword in either is bracketed to be safe.
+std::string sqlserver_ident(const std::string& name) {
+  if (name.empty()) return name;
+  const std::string lower = plain_lower(name);
+  const bool bare = !lower.empty() && !is_keyword(kSqliteKeywords, lower) &&
+                    !is_keyword(kPgKeywords, lower) && lower != "top" && lower != "identity" &&
+                    lower != "percent" && lower != "tran" && lower != "file";
+  return bare ? name : '[' + doubled(name, ']') + ']';
 }
 
 std::string pg_literal(const std::string& text) {

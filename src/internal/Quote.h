@@ -21,6 +21,10 @@ std::string pg_ident(const std::string& name);
 // and is not a keyword; else in double quotes as above.
 std::string sqlite_ident(const std::string& name);
 
+// SQL Server: bare when a plain identifier and no keyword; else in square
+// brackets with inner closing brackets doubled.
+std::string sqlserver_ident(const std::string& name);
+
 // A whole PostgreSQL literal, as quote_literal writes it: 'text' with inner
 // quotes doubled, and E'...' with doubled backslashes when the text holds
 // a backslash, which reads the same under either standard_conforming_strings.

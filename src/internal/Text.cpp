@@ -21,6 +21,11 @@ std::string join(const std::vector<col>& cols, tessel::DBTYPE db, Append append)
 
 col with_dialect(const col& c, tessel::DBTYPE db) { return col(c, db); }
 
+const std::string& refused_value_text() {
+  static const std::string text("\0refused value", 14);
+  return text;
+}
+
 std::string fixed_six(double value) {
   // The largest double has 309 integer digits; sign, point and decimals
   // add 8.

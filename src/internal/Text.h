@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "vexel/SQLValue.h"
 #include "vexel/col.h"
 #include "vexel/tab.h"
 #include "vexel/view.h"
@@ -34,6 +35,25 @@ struct ColumnText {
   static void append_order(std::string& out, const col& c, tessel::DBTYPE db) {
     append(out, c, db);
     out += c.order_sql_;
+  }
+};
+
+// The text a refused SafeValue renders. It holds a NUL byte, which no
+// statement may hold: the execution path runs nothing that contains it.
+const std::string& refused_value_text();
+
+// A value's text in dialect `db`: its fixed text, or the form a value made
+// from a SafeValue takes there.
+struct ValueText {
+  static void append(std::string& out, const SQLValue& v, tessel::DBTYPE db) {
+    if (v.per_dialect_) {
+      out += v.per_dialect_->GetExpr(db);
+    } else {
+      out += v.value_;
+    }
+  }
+  static std::string of(const SQLValue& v, tessel::DBTYPE db) {
+    return v.per_dialect_ ? v.per_dialect_->GetExpr(db) : v.value_;
   }
 };
 
