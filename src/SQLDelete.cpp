@@ -17,21 +17,10 @@ std::string SQLDelete::render(const Form& form) const {
     const std::size_t dot = table_name_.find('.');
     if (dot != std::string::npos) from = dot + 1;
   }
-  const char* ref = form.output_ref != nullptr ? form.output_ref : "";
-  const bool listed = returned_.listed(ref);
   std::string sql;
   sql.reserve(40 + table_name_.size() + where_size() + returned_.size());
   sql.append("DELETE FROM ").append(table_name_, from, std::string::npos);
-  // SQL Server names the removed rows before the condition.
-  if (form.output_ref != nullptr && listed) {
-    sql += " OUTPUT ";
-    returned_.put(sql, ref);
-  }
-  put_where(sql);
-  if (form.output_ref == nullptr && listed) {
-    sql += " RETURNING ";
-    returned_.put(sql, ref);
-  }
+  put_where_returning(sql, returned_, form.output_ref);
   return sql;
 }
 

@@ -180,17 +180,7 @@ std::string SQLUpdate::render(const Form& form) const {
   // database then reports the empty assignment.
   sql.resize(sql.size() - 2);
 
-  const char* ref = form.output_ref != nullptr ? form.output_ref : "";
-  const bool listed = returned_.listed(ref);
-  if (form.output_ref != nullptr && listed) {
-    sql += " OUTPUT ";
-    returned_.put(sql, ref);
-  }
-  put_where(sql);
-  if (form.output_ref == nullptr && listed) {
-    sql += " RETURNING ";
-    returned_.put(sql, ref);
-  }
+  put_where_returning(sql, returned_, form.output_ref);
   return sql;
 }
 

@@ -6,6 +6,8 @@
 
 #include <string>
 
+#include "internal/Text.h"
+
 namespace vexel {
 namespace internal {
 
@@ -28,6 +30,11 @@ class WhereClause {
     if (!where_.empty()) out.append(" WHERE ").append(where_);
   }
   std::size_t where_size() const { return where_.size(); }
+  // The condition with the returned columns around it: " OUTPUT " and the
+  // list before it when `output_ref` is set (SQL Server), else " RETURNING "
+  // and the list after it; no keyword for a list without text.
+  void put_where_returning(std::string& out, const ReturnedColumns& returned,
+                           const char* output_ref) const;
 
  private:
   std::string where_;

@@ -1,0 +1,22 @@
+#include "internal/WhereClause.h"
+
+namespace vexel {
+namespace internal {
+
+void WhereClause::put_where_returning(std::string& out, const ReturnedColumns& returned,
+                                      const char* output_ref) const {
+  const char* ref = output_ref != nullptr ? output_ref : "";
+  const bool listed = returned.listed(ref);
+  if (output_ref != nullptr && listed) {
+    out += " OUTPUT ";
+    returned.put(out, ref);
+  }
+  put_where(out);
+  if (output_ref == nullptr && listed) {
+    out += " RETURNING ";
+    returned.put(out, ref);
+  }
+}
+
+}  // namespace internal
+}  // namespace vexel
