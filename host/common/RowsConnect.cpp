@@ -1,6 +1,61 @@
 #include "tessel/RowsConnect.h"
 
+#include <climits>
+
+#include "common/FieldText.h"
+#include "common/HostLog.h"
+#include "tessel/ResultRows.h"
+
 namespace tessel {
+namespace {
+
+// Converts the field (known to exist and not to be NULL) to the type.
+bool convert(const ResultSource& r, int column, int64_t& value) {
+  return r.NativeInt(column, value) || host::WholeInt64(r.Text(column), value);
+}
+
+bool convert(const ResultSource& r, int column, double& value) {
+  int64_t whole = 0;
+  if (r.NativeDouble(column, value)) return true;
+  if (r.NativeInt(column, whole)) {
+    value = static_cast<double>(whole);
+    return true;
+  }
+  return host::WholeDouble(r.Text(column), value);
+}
+
+bool convert(const ResultSource& r, int column, bool& value) {
+  int64_t whole = 0;
+  if (r.NativeInt(column, whole)) {
+    value = whole != 0;
+    return whole == 0 || whole == 1;
+  }
+  return host::WholeBool(r.Text(column), value);
+}
+
+bool convert(const ResultSource& r, int column, std::string& value) {
+  value.assign(r.Text(column));
+  return true;
+}
+
+const char* type_name(const int64_t&) { return "a 64-bit integer"; }
+const char* type_name(const double&) { return "a double"; }
+const char* type_name(const bool&) { return "a boolean"; }
+const char* type_name(const std::string&) { return "text"; }
+
+}  // namespace
+
+RowsConnect::RowsConnect() : result_(std::make_unique<ResultRows>()) {}
+
+// Derived connections end their result before they close the engine.
+RowsConnect::~RowsConnect() = default;
+
+void RowsConnect::clear_result() {
+  // Replaced first: closing may run statements of the connection's own.
+  std::unique_ptr<ResultSource> old = std::move(result_);
+  result_ = std::make_unique<ResultRows>();
+  old->Close();
+}
 
 int RowsConnect::GetLastError(std::string& error_info) {
   error_info = last_error_;
@@ -9,20 +64,125 @@ int RowsConnect::GetLastError(std::string& error_info) {
 
 int RowsConnect::GetLastQueryError(std::string& error_info) { return GetLastError(error_info); }
 
-bool RowsConnect::MoveNext() { return rows_.MoveNext(); }
-bool RowsConnect::IsEOF() { return rows_.IsEOF(); }
+bool RowsConnect::MoveNext() { return result_->AtRow() && result_->Next(); }
+bool RowsConnect::IsEOF() { return !result_->AtRow(); }
 
 std::string RowsConnect::GetFieldString(const std::string& column_name) {
-  return rows_.Field(column_name);
+  const int column = result_->IndexOf(column_name);
+  if (column < 0 || !result_->AtRow()) return std::string();
+  return std::string(result_->Text(column));
 }
 
-int RowsConnect::GetFieldInt(int column_index) { return rows_.IntField(column_index); }
-int RowsConnect::GetFieldInt(const std::string& column_name) { return rows_.IntField(column_name); }
+int RowsConnect::GetFieldInt(int column_index) {
+  if (column_index < 0 || column_index >= result_->ColumnCount() || !result_->AtRow()) return 0;
+  int64_t value = 0;
+  if (!result_->NativeInt(column_index, value))
+    return host::LeadingInt(result_->Text(column_index));
+  if (value > INT_MAX) return INT_MAX;
+  if (value < INT_MIN) return INT_MIN;
+  return static_cast<int>(value);
+}
+
+int RowsConnect::GetFieldInt(const std::string& column_name) {
+  return GetFieldInt(result_->IndexOf(column_name));
+}
+
+int RowsConnect::ColumnIndex(const std::string& column_name) {
+  const int column = result_->IndexOf(column_name);
+  if (column < 0) {
+    read_failed(true, "tessel::RowsConnect::ColumnIndex",
+                "the result has no column \"" + column_name + "\"");
+  }
+  return column;
+}
+
+int RowsConnect::field(int column_index, const char* function) {
+  if (column_index < 0 || column_index >= result_->ColumnCount()) {
+    read_failed(true, function,
+                "the result has no column " + std::to_string(column_index) + " (it has " +
+                    std::to_string(result_->ColumnCount()) + ")");
+    return -1;
+  }
+  if (!result_->AtRow()) {
+    read_failed(true, function, "the cursor is past the last row");
+    return -1;
+  }
+  return column_index;
+}
+
+int RowsConnect::field(const std::string& column_name, const char* function) {
+  const int column = result_->IndexOf(column_name);
+  if (column < 0) {
+    read_failed(true, function, "the result has no column \"" + column_name + "\"");
+    return -1;
+  }
+  return field(column, function);
+}
+
+template <typename T>
+FieldRead RowsConnect::typed(int column, const char* function, T& value) {
+  if (column < 0) return FieldRead::kError;
+  if (result_->IsNull(column)) return FieldRead::kNull;
+  if (convert(*result_, column, value)) return FieldRead::kValue;
+  read_failed(false, function,
+              "column " + std::to_string(column) + " (\"" +
+                  result_->names()[static_cast<size_t>(column)] + "\") holds \"" +
+                  std::string(result_->Text(column).substr(0, 64)) + "\", not " + type_name(value));
+  return FieldRead::kError;
+}
+
+bool RowsConnect::IsNull(int column_index) {
+  const int column = field(column_index, "tessel::RowsConnect::IsNull");
+  return column >= 0 && result_->IsNull(column);
+}
+
+bool RowsConnect::IsNull(const std::string& column_name) {
+  const int column = field(column_name, "tessel::RowsConnect::IsNull");
+  return column >= 0 && result_->IsNull(column);
+}
+
+FieldRead RowsConnect::GetInt64(int column_index, int64_t& value) {
+  constexpr const char* kName = "tessel::RowsConnect::GetInt64";
+  return typed(field(column_index, kName), kName, value);
+}
+FieldRead RowsConnect::GetInt64(const std::string& column_name, int64_t& value) {
+  constexpr const char* kName = "tessel::RowsConnect::GetInt64";
+  return typed(field(column_name, kName), kName, value);
+}
+FieldRead RowsConnect::GetDouble(int column_index, double& value) {
+  constexpr const char* kName = "tessel::RowsConnect::GetDouble";
+  return typed(field(column_index, kName), kName, value);
+}
+FieldRead RowsConnect::GetDouble(const std::string& column_name, double& value) {
+  constexpr const char* kName = "tessel::RowsConnect::GetDouble";
+  return typed(field(column_name, kName), kName, value);
+}
+FieldRead RowsConnect::GetBool(int column_index, bool& value) {
+  constexpr const char* kName = "tessel::RowsConnect::GetBool";
+  return typed(field(column_index, kName), kName, value);
+}
+FieldRead RowsConnect::GetBool(const std::string& column_name, bool& value) {
+  constexpr const char* kName = "tessel::RowsConnect::GetBool";
+  return typed(field(column_name, kName), kName, value);
+}
+FieldRead RowsConnect::GetText(int column_index, std::string& value) {
+  constexpr const char* kName = "tessel::RowsConnect::GetText";
+  return typed(field(column_index, kName), kName, value);
+}
+FieldRead RowsConnect::GetText(const std::string& column_name, std::string& value) {
+  constexpr const char* kName = "tessel::RowsConnect::GetText";
+  return typed(field(column_name, kName), kName, value);
+}
 
 bool RowsConnect::fail(int code, const std::string& message) {
   last_error_code_ = code;
   last_error_ = message;
   return false;
+}
+
+bool RowsConnect::read_failed(bool no_field, const char* function, const std::string& message) {
+  host::LogLine(5, function, __FILE__, __LINE__, message);
+  return fail_read(no_field, message);
 }
 
 }  // namespace tessel
