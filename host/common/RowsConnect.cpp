@@ -119,8 +119,9 @@ int RowsConnect::field(const std::string& column_name, const char* function) {
   return field(column, function);
 }
 
-template <typename T>
-FieldRead RowsConnect::typed(int column, const char* function, T& value) {
+template <typename Column, typename T>
+FieldRead RowsConnect::read(const Column& at, const char* function, T& value) {
+  const int column = field(at, function);
   if (column < 0) return FieldRead::kError;
   if (result_->IsNull(column)) return FieldRead::kNull;
   if (convert(*result_, column, value)) return FieldRead::kValue;
@@ -142,36 +143,28 @@ bool RowsConnect::IsNull(const std::string& column_name) {
 }
 
 FieldRead RowsConnect::GetInt64(int column_index, int64_t& value) {
-  constexpr const char* kName = "tessel::RowsConnect::GetInt64";
-  return typed(field(column_index, kName), kName, value);
+  return read(column_index, "tessel::RowsConnect::GetInt64", value);
 }
 FieldRead RowsConnect::GetInt64(const std::string& column_name, int64_t& value) {
-  constexpr const char* kName = "tessel::RowsConnect::GetInt64";
-  return typed(field(column_name, kName), kName, value);
+  return read(column_name, "tessel::RowsConnect::GetInt64", value);
 }
 FieldRead RowsConnect::GetDouble(int column_index, double& value) {
-  constexpr const char* kName = "tessel::RowsConnect::GetDouble";
-  return typed(field(column_index, kName), kName, value);
+  return read(column_index, "tessel::RowsConnect::GetDouble", value);
 }
 FieldRead RowsConnect::GetDouble(const std::string& column_name, double& value) {
-  constexpr const char* kName = "tessel::RowsConnect::GetDouble";
-  return typed(field(column_name, kName), kName, value);
+  return read(column_name, "tessel::RowsConnect::GetDouble", value);
 }
 FieldRead RowsConnect::GetBool(int column_index, bool& value) {
-  constexpr const char* kName = "tessel::RowsConnect::GetBool";
-  return typed(field(column_index, kName), kName, value);
+  return read(column_index, "tessel::RowsConnect::GetBool", value);
 }
 FieldRead RowsConnect::GetBool(const std::string& column_name, bool& value) {
-  constexpr const char* kName = "tessel::RowsConnect::GetBool";
-  return typed(field(column_name, kName), kName, value);
+  return read(column_name, "tessel::RowsConnect::GetBool", value);
 }
 FieldRead RowsConnect::GetText(int column_index, std::string& value) {
-  constexpr const char* kName = "tessel::RowsConnect::GetText";
-  return typed(field(column_index, kName), kName, value);
+  return read(column_index, "tessel::RowsConnect::GetText", value);
 }
 FieldRead RowsConnect::GetText(const std::string& column_name, std::string& value) {
-  constexpr const char* kName = "tessel::RowsConnect::GetText";
-  return typed(field(column_name, kName), kName, value);
+  return read(column_name, "tessel::RowsConnect::GetText", value);
 }
 
 bool RowsConnect::fail(int code, const std::string& message) {

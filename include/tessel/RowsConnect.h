@@ -95,8 +95,9 @@ class RowsConnect : public CConnect {
   // The index checked against the current row, or -1 after a logged error.
   int field(int column_index, const char* function);
   int field(const std::string& column_name, const char* function);
-  template <typename T>
-  FieldRead typed(int column, const char* function, T& value);
+  // A typed read of the field at a column index or name.
+  template <typename Column, typename T>
+  FieldRead read(const Column& at, const char* function, T& value);
 
   std::unique_ptr<ResultSource> result_;
   int open_guards_ = 0;  // Transaction guards alive on this connection
