@@ -7,16 +7,4 @@ bool ResultRows::Next() {
   return current_ < rows_.size();
 }
 
-bool ResultRows::NativeInt(int column, int64_t& value) const {
-  if (this->value(column).kind != Value::kInt) return false;
-  value = this->value(column).whole;
-  return true;
-}
-
-bool ResultRows::NativeDouble(int column, double& value) const {
-  if (this->value(column).kind != Value::kDouble) return false;
-  value = this->value(column).real;
-  return true;
-}
-
 }  // namespace tessel

@@ -9,31 +9,27 @@
 namespace tessel {
 namespace {
 
-// Converts the field (known to exist and not to be NULL) to the type.
-bool convert(const ResultSource& r, int column, int64_t& value) {
-  return r.NativeInt(column, value) || host::WholeInt64(r.Text(column), value);
+// Converts the field, of kind `kind` (not NULL), to the type.
+bool convert(const ResultSource& r, int column, ValueKind kind, int64_t& value) {
+  if (kind == ValueKind::kInt) value = r.Int(column);
+  return kind == ValueKind::kInt || host::WholeInt64(r.Text(column), value);
 }
 
-bool convert(const ResultSource& r, int column, double& value) {
-  int64_t whole = 0;
-  if (r.NativeDouble(column, value)) return true;
-  if (r.NativeInt(column, whole)) {
-    value = static_cast<double>(whole);
-    return true;
-  }
-  return host::WholeDouble(r.Text(column), value);
+bool convert(const ResultSource& r, int column, ValueKind kind, double& value) {
+  if (kind == ValueKind::kDouble) value = r.Double(column);
+  if (kind == ValueKind::kInt) value = static_cast<double>(r.Int(column));
+  return kind == ValueKind::kDouble || kind == ValueKind::kInt ||
+         host::WholeDouble(r.Text(column), value);
 }
 
-bool convert(const ResultSource& r, int column, bool& value) {
-  int64_t whole = 0;
-  if (r.NativeInt(column, whole)) {
-    value = whole != 0;
-    return whole == 0 || whole == 1;
-  }
-  return host::WholeBool(r.Text(column), value);
+bool convert(const ResultSource& r, int column, ValueKind kind, bool& value) {
+  if (kind != ValueKind::kInt) return host::WholeBool(r.Text(column), value);
+  const int64_t whole = r.Int(column);
+  value = whole != 0;
+  return whole == 0 || whole == 1;
 }
 
-bool convert(const ResultSource& r, int column, std::string& value) {
+bool convert(const ResultSource& r, int column, ValueKind, std::string& value) {
   value.assign(r.Text(column));
   return true;
 }
@@ -75,9 +71,9 @@ std::string RowsConnect::GetFieldString(const std::string& column_name) {
 
 int RowsConnect::GetFieldInt(int column_index) {
   if (column_index < 0 || column_index >= result_->ColumnCount() || !result_->AtRow()) return 0;
-  int64_t value = 0;
-  if (!result_->NativeInt(column_index, value))
+  if (result_->Kind(column_index) != ValueKind::kInt)
     return host::LeadingInt(result_->Text(column_index));
+  const int64_t value = result_->Int(column_index);
   if (value > INT_MAX) return INT_MAX;
   if (value < INT_MIN) return INT_MIN;
   return static_cast<int>(value);
@@ -123,8 +119,9 @@ template <typename Column, typename T>
 FieldRead RowsConnect::read(const Column& at, const char* function, T& value) {
   const int column = field(at, function);
   if (column < 0) return FieldRead::kError;
-  if (result_->IsNull(column)) return FieldRead::kNull;
-  if (convert(*result_, column, value)) return FieldRead::kValue;
+  const ValueKind kind = result_->Kind(column);
+  if (kind == ValueKind::kNull) return FieldRead::kNull;
+  if (convert(*result_, column, kind, value)) return FieldRead::kValue;
   read_failed(false, function,
               "column " + std::to_string(column) + " (\"" +
                   result_->names()[static_cast<size_t>(column)] + "\") holds \"" +
@@ -134,12 +131,12 @@ FieldRead RowsConnect::read(const Column& at, const char* function, T& value) {
 
 bool RowsConnect::IsNull(int column_index) {
   const int column = field(column_index, "tessel::RowsConnect::IsNull");
-  return column >= 0 && result_->IsNull(column);
+  return column >= 0 && result_->Kind(column) == ValueKind::kNull;
 }
 
 bool RowsConnect::IsNull(const std::string& column_name) {
   const int column = field(column_name, "tessel::RowsConnect::IsNull");
-  return column >= 0 && result_->IsNull(column);
+  return column >= 0 && result_->Kind(column) == ValueKind::kNull;
 }
 
 FieldRead RowsConnect::GetInt64(int column_index, int64_t& value) {

@@ -33,7 +33,10 @@ bool PGRows::Next() {
   return row_ < rows_;
 }
 
-bool PGRows::IsNull(int column) const { return PQgetisnull(result_, row_, column) != 0; }
+// libpq hands every value over as text.
+ValueKind PGRows::Kind(int column) const {
+  return PQgetisnull(result_, row_, column) != 0 ? ValueKind::kNull : ValueKind::kText;
+}
 
 std::string_view PGRows::Text(int column) const {
   return std::string_view(PQgetvalue(result_, row_, column),

@@ -26,7 +26,7 @@ class PGRows : public ResultSource {
 
   bool AtRow() const override { return row_ < rows_; }
   bool Next() override;
-  bool IsNull(int column) const override;
+  ValueKind Kind(int column) const override;
   std::string_view Text(int column) const override;
 
  protected:

@@ -31,9 +31,20 @@ void SQLiteRows::Close() {
   stmt_ = nullptr;
 }
 
-bool SQLiteRows::IsNull(int column) const {
-  return sqlite3_column_type(stmt_, column) == SQLITE_NULL;
+ValueKind SQLiteRows::KindOf(int type) {
+  switch (type) {
+    case SQLITE_NULL:
+      return ValueKind::kNull;
+    case SQLITE_INTEGER:
+      return ValueKind::kInt;
+    case SQLITE_FLOAT:
+      return ValueKind::kDouble;
+    default:
+      return ValueKind::kText;  // text and blobs
+  }
 }
+
+ValueKind SQLiteRows::Kind(int column) const { return KindOf(sqlite3_column_type(stmt_, column)); }
 
 std::string_view SQLiteRows::Text(int column) const {
   const unsigned char* text = sqlite3_column_text(stmt_, column);
@@ -42,16 +53,8 @@ std::string_view SQLiteRows::Text(int column) const {
                           static_cast<size_t>(sqlite3_column_bytes(stmt_, column)));
 }
 
-bool SQLiteRows::NativeInt(int column, int64_t& value) const {
-  if (sqlite3_column_type(stmt_, column) != SQLITE_INTEGER) return false;
-  value = sqlite3_column_int64(stmt_, column);
-  return true;
-}
+int64_t SQLiteRows::Int(int column) const { return sqlite3_column_int64(stmt_, column); }
 
-bool SQLiteRows::NativeDouble(int column, double& value) const {
-  if (sqlite3_column_type(stmt_, column) != SQLITE_FLOAT) return false;
-  value = sqlite3_column_double(stmt_, column);
-  return true;
-}
+double SQLiteRows::Double(int column) const { return sqlite3_column_double(stmt_, column); }
 
 }  // namespace tessel

@@ -24,10 +24,12 @@ class SQLiteRows : public ResultSource {
   bool AtRow() const override { return stmt_ != nullptr; }
   bool Next() override;
   void Close() override;
-  bool IsNull(int column) const override;
+  ValueKind Kind(int column) const override;
   std::string_view Text(int column) const override;
-  bool NativeInt(int column, int64_t& value) const override;
-  bool NativeDouble(int column, double& value) const override;
+  int64_t Int(int column) const override;
+  double Double(int column) const override;
+  // The kind of a value of SQLite's fundamental `type`.
+  static ValueKind KindOf(int type);
 
  private:
   SQLiteConnect& owner_;

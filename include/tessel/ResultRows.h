@@ -22,7 +22,7 @@ class ResultRows : public ResultSource {
 
   // One value: its text, and the number the engine kept where it had one.
   struct Value {
-    enum Kind { kText, kNull, kInt, kDouble } kind = kText;
+    ValueKind kind = ValueKind::kText;
     std::string text;
     int64_t whole = 0;
     double real = 0;
@@ -33,10 +33,10 @@ class ResultRows : public ResultSource {
 
   bool AtRow() const override { return current_ < rows_.size(); }
   bool Next() override;
-  bool IsNull(int column) const override { return value(column).kind == Value::kNull; }
+  ValueKind Kind(int column) const override { return value(column).kind; }
   std::string_view Text(int column) const override { return value(column).text; }
-  bool NativeInt(int column, int64_t& value) const override;
-  bool NativeDouble(int column, double& value) const override;
+  int64_t Int(int column) const override { return value(column).whole; }
+  double Double(int column) const override { return value(column).real; }
 
  private:
   const Value& value(int column) const { return rows_[current_][static_cast<size_t>(column)]; }

@@ -14,6 +14,10 @@
 
 namespace tessel {
 
+// What a value of the current row holds: the engine's own integer or
+// floating value, or text.
+enum class ValueKind { kNull, kInt, kDouble, kText };
+
 class ResultSource {
  public:
   virtual ~ResultSource() = default;
@@ -34,13 +38,12 @@ class ResultSource {
   virtual bool Next() = 0;
   // Ends the result early, releasing what the engine holds for it.
   virtual void Close() {}
-  // The current row's value. Callers check AtRow and the index first.
-  virtual bool IsNull(int column) const = 0;
+  // The current row's value. Callers check AtRow and the index first, and
+  // ask Int and Double only of a value of that kind.
+  virtual ValueKind Kind(int column) const = 0;
   virtual std::string_view Text(int column) const = 0;
-  // The engine's own integer or floating value, where it keeps one; false
-  // means the text is the value.
-  virtual bool NativeInt(int /*column*/, int64_t& /*value*/) const { return false; }
-  virtual bool NativeDouble(int /*column*/, double& /*value*/) const { return false; }
+  virtual int64_t Int(int /*column*/) const { return 0; }
+  virtual double Double(int /*column*/) const { return 0; }
 
  protected:
   explicit ResultSource(std::vector<std::string> names) : names_(std::move(names)) {}
