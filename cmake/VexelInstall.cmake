@@ -82,11 +82,11 @@ vexel_pkg_config(vexel-log "Default logger and base helpers for Vexel" ""
                  "-lvexel_log -lvexel_olk_base")
 if(TARGET vexel_sqlite_connect)
   vexel_pkg_config(vexel-sqlite "SQLite connection for Vexel" "sqlite3 icu-i18n icu-uc"
-                   "-lvexel_sqlite_connect -lvexel_connect_base")
+                   "-lvexel_sqlite_connect -lvexel_connect_base -lvexel_log -lvexel_olk_base")
 endif()
 if(TARGET vexel_pg_connect)
   vexel_pkg_config(vexel-pg "PostgreSQL connection for Vexel" "libpq"
-                   "-lvexel_pg_connect -lvexel_connect_base")
+                   "-lvexel_pg_connect -lvexel_connect_base -lvexel_log -lvexel_olk_base")
 endif()
 
 # cpack -G DEB: one development package with everything installed above.

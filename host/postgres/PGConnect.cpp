@@ -7,6 +7,8 @@
 #include <utility>
 #include <vector>
 
+#include "postgres/PGRows.h"
+
 namespace tessel {
 namespace {
 
@@ -44,29 +46,6 @@ std::string one_line(const std::string& text) {
   return out;
 }
 
-void append_rows(const PGresult* result, ResultRows& rows) {
-  const int fields = PQnfields(result);
-  if (rows.columns().empty()) {
-    std::vector<std::string> names;
-    names.reserve(static_cast<size_t>(fields));
-    for (int i = 0; i < fields; ++i) {
-      const char* name = PQfname(result, i);
-      names.emplace_back(name != nullptr ? name : "");
-    }
-    rows.SetColumns(std::move(names));
-  }
-  const int tuples = PQntuples(result);
-  for (int r = 0; r < tuples; ++r) {
-    std::vector<std::string> row;
-    row.reserve(static_cast<size_t>(fields));
-    for (int i = 0; i < fields; ++i) {
-      // A NULL reads as "".
-      row.emplace_back(PQgetisnull(result, r, i) ? "" : PQgetvalue(result, r, i));
-    }
-    rows.AddRow(std::move(row));
-  }
-}
-
 // The text without trailing blanks and ";", for embedding in DECLARE.
 std::string single_statement(const std::string& sql) {
   size_t end = sql.size();
@@ -82,12 +61,15 @@ std::string single_statement(const std::string& sql) {
 PGConnect::PGConnect(const std::string& conninfo) : conninfo_(conninfo) { Reconnect(); }
 
 PGConnect::~PGConnect() {
+  // A loop being read closes its cursor before the connection goes.
+  clear_result();
   if (conn_ != nullptr) PQfinish(conn_);
 }
 
 bool PGConnect::IsOpen() const { return conn_ != nullptr && PQstatus(conn_) == CONNECTION_OK; }
 
 bool PGConnect::Reconnect() {
+  clear_result();
   if (conn_ != nullptr) PQfinish(conn_);
   conn_ = PQconnectdb(conninfo_.c_str());
   if (conn_ == nullptr) return fail(kConnectionFailure, "out of memory while connecting");
@@ -135,26 +117,39 @@ bool PGConnect::in_transaction() const {
   return conn_ != nullptr && PQtransactionStatus(conn_) != PQTRANS_IDLE;
 }
 
-bool PGConnect::exec(const std::string& sql, ResultRows* keep, bool append) {
-  if (keep != nullptr && !append) keep->Clear();
-  if (refused(sql)) return false;
-  if (!usable()) return false;
+PGresult* PGConnect::exec(const std::string& sql) {
+  if (refused(sql) || !usable()) return nullptr;
   Result result(PQexec(conn_, sql.c_str()));
   const ExecStatusType status = result ? PQresultStatus(result.get()) : PGRES_FATAL_ERROR;
   switch (status) {
     case PGRES_COMMAND_OK:
     case PGRES_TUPLES_OK:
     case PGRES_EMPTY_QUERY:
-      if (keep != nullptr) append_rows(result.get(), *keep);
-      return true;
+      return result.release();
     case PGRES_COPY_IN:
     case PGRES_COPY_OUT:
     case PGRES_COPY_BOTH:
       end_copy(status);
-      return fail(kFeatureNotSupported, "COPY FROM STDIN / TO STDOUT is not supported");
+      fail(kFeatureNotSupported, "COPY FROM STDIN / TO STDOUT is not supported");
+      return nullptr;
     default:
-      return fail_with(result.get());
+      fail_with(result.get());
+      return nullptr;
   }
+}
+
+bool PGConnect::command(const std::string& sql) { return Result(exec(sql)) != nullptr; }
+
+bool PGConnect::keep(const std::string& sql) {
+  clear_result();
+  PGresult* result = exec(sql);
+  if (result == nullptr) return false;
+  set_result(std::make_unique<PGRows>(result));
+  return true;
+}
+
+bool PGConnect::fail_read(bool no_field, const std::string& message) {
+  return fail(no_field ? "42703" : "22P02", message);
 }
 
 // COPY through STDIN/STDOUT needs a data channel this interface lacks: the
@@ -190,16 +185,16 @@ void PGConnect::quietly(const std::string& sql) {
   last_error_ = std::move(error);
 }
 
-bool PGConnect::ExecuteUpdate(const std::string& sql) { return exec(sql, &rows_); }
-bool PGConnect::ExecuteQuery(const std::string& sql) { return exec(sql, &rows_); }
-bool PGConnect::ExecuteQueryContainView(const std::string& sql) { return exec(sql, &rows_); }
-bool PGConnect::ExecuteReturning(const std::string& sql) { return exec(sql, &rows_); }
-bool PGConnect::SeqenceExecute(const std::string& sql) { return exec(sql, &rows_); }
-bool PGConnect::SeqenceExecuteManual(const std::string& sql) { return exec(sql, &rows_); }
+bool PGConnect::ExecuteUpdate(const std::string& sql) { return keep(sql); }
+bool PGConnect::ExecuteQuery(const std::string& sql) { return keep(sql); }
+bool PGConnect::ExecuteQueryContainView(const std::string& sql) { return keep(sql); }
+bool PGConnect::ExecuteReturning(const std::string& sql) { return keep(sql); }
+bool PGConnect::SeqenceExecute(const std::string& sql) { return keep(sql); }
+bool PGConnect::SeqenceExecuteManual(const std::string& sql) { return keep(sql); }
 
 bool PGConnect::ExecuteQueryUDT(const std::string& sql, const int& time_out) {
   if (time_out <= 0) return ExecuteQuery(sql);
-  rows_.Clear();
+  clear_result();
   if (refused(sql) || !usable()) return false;
   const long long ms = static_cast<long long>(time_out) * 1000;
   const std::string limit = std::to_string(ms > INT_MAX ? INT_MAX : ms);
@@ -208,20 +203,20 @@ bool PGConnect::ExecuteQueryUDT(const std::string& sql, const int& time_out) {
   if (own) {
     if (!command("BEGIN")) return false;
   } else {
-    ResultRows current;
-    if (!exec("SELECT current_setting('statement_timeout') AS t", &current)) return false;
-    previous = current.Field(0);
+    Result current(exec("SELECT current_setting('statement_timeout')"));
+    if (!current) return false;
+    if (PQntuples(current.get()) > 0) previous = PQgetvalue(current.get(), 0, 0);
   }
   if (!command("SET LOCAL statement_timeout = " + limit)) {
     if (own) quietly("ROLLBACK");
     return false;
   }
-  const bool ok = exec(sql, &rows_);
+  const bool ok = keep(sql);
   if (own) {
     if (ok && command("COMMIT")) return true;
     // A failed COMMIT (a deferred constraint) undid what the rows show.
     if (!ok) quietly("ROLLBACK");
-    rows_.Clear();
+    clear_result();
     return false;
   }
   // A statement that failed on the server aborted the caller's transaction,
@@ -232,7 +227,7 @@ bool PGConnect::ExecuteQueryUDT(const std::string& sql, const int& time_out) {
     Result r(PQexecParams(conn_, "SELECT set_config('statement_timeout', $1, true)", 1, nullptr,
                           params, nullptr, nullptr, 0));
     if (ok && (!r || PQresultStatus(r.get()) != PGRES_TUPLES_OK)) {
-      rows_.Clear();
+      clear_result();
       return fail_with(r.get());
     }
   }
@@ -240,19 +235,23 @@ bool PGConnect::ExecuteQueryUDT(const std::string& sql, const int& time_out) {
 }
 
 bool PGConnect::ExecuteLoop(const std::string& sql) {
-  rows_.Clear();
+  clear_result();
   if (refused(sql) || !usable()) return false;
   const bool own = !in_transaction();
   if (own && !command("BEGIN")) return false;
-  const std::string cursor = kLoopCursor;
-  bool ok = command("DECLARE " + cursor + " NO SCROLL CURSOR FOR " + single_statement(sql));
-  const std::string fetch = "FETCH FORWARD " + std::to_string(loop_batch_size_) + " FROM " + cursor;
-  while (ok) {
-    const size_t before = rows_.size();
-    ok = exec(fetch, &rows_, true);
-    if (ok && rows_.size() - before < static_cast<size_t>(loop_batch_size_)) break;
+  const int batch = loop_batch_size_;
+  loop_fetch_ = "FETCH FORWARD " + std::to_string(batch) + " FROM " + kLoopCursor;
+  Result first;
+  if (command(std::string("DECLARE ") + kLoopCursor + " NO SCROLL CURSOR FOR " +
+              single_statement(sql))) {
+    first.reset(fetch_loop_batch());
   }
-  if (ok) ok = command("CLOSE " + cursor);
+  if (first && PQntuples(first.get()) >= batch) {
+    set_result(std::make_unique<PGLoopRows>(*this, first.release(), batch, own));
+    return true;
+  }
+  // A short first batch is the whole result: the cursor ends here.
+  bool ok = first && command(std::string("CLOSE ") + kLoopCursor);
   if (own) {
     if (ok) {
       ok = command("COMMIT");
@@ -260,12 +259,28 @@ bool PGConnect::ExecuteLoop(const std::string& sql) {
       quietly("ROLLBACK");
     }
   }
-  if (!ok) rows_.Clear();
+  if (ok) set_result(std::make_unique<PGRows>(first.release()));
   return ok;
 }
 
+PGresult* PGConnect::fetch_loop_batch() { return exec(loop_fetch_); }
+
+void PGConnect::end_loop(bool own, LoopEnd how) {
+  const std::string close = std::string("CLOSE ") + kLoopCursor;
+  if (how == LoopEnd::kDone) {
+    const bool closed = command(close);
+    if (own && closed) command("COMMIT");
+    if (own && !closed) quietly("ROLLBACK");
+  } else if (how == LoopEnd::kAbandoned) {
+    quietly(close);
+    if (own) quietly("COMMIT");
+  } else if (own) {
+    quietly("ROLLBACK");  // the failed fetch aborted the transaction
+  }
+}
+
 bool PGConnect::ExecuteSortByCollate(const std::string& sql, const std::string& collate_name) {
-  rows_.Clear();
+  clear_result();
   if (!usable()) return false;
   if (!collate_name.empty()) {
     // A name with a NUL byte would be looked up by its prefix only.
@@ -280,7 +295,7 @@ bool PGConnect::ExecuteSortByCollate(const std::string& sql, const std::string& 
       return fail(kUndefinedObject, "collation \"" + collate_name + "\" does not exist");
     }
   }
-  return exec(sql, &rows_);
+  return keep(sql);
 }
 
 }  // namespace tessel

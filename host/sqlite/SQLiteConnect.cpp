@@ -2,49 +2,81 @@
 
 #include <sqlite3.h>
 
-#include <chrono>
 #include <utility>
 #include <vector>
 
 #include "sqlite/BitStringFunctions.h"
 #include "sqlite/RegexpFunction.h"
+#include "sqlite/SQLiteRows.h"
+#include "sqlite/StepClock.h"
+#include "tessel/ResultRows.h"
 
 namespace tessel {
 namespace {
 
-using Clock = std::chrono::steady_clock;
-
-// Virtual-machine instructions between two deadline checks: often enough to
-// stop within milliseconds, rarely enough to cost nothing measurable.
-constexpr int kProgressInterval = 1000;
 // How long a statement waits for a lock held by another connection.
 constexpr int kBusyTimeOutMs = 5000;
 
-struct Deadline {
-  Clock::time_point at;
-  bool expired = false;
+struct StatementDeleter {
+  void operator()(sqlite3_stmt* stmt) const { sqlite3_finalize(stmt); }
 };
+using Statement = std::unique_ptr<sqlite3_stmt, StatementDeleter>;
 
-int check_deadline(void* p) {
-  auto* deadline = static_cast<Deadline*>(p);
-  if (Clock::now() < deadline->at) return 0;
-  deadline->expired = true;
-  return 1;  // non-zero interrupts the statement
+// True when nothing but blanks and comments is left: the statement before
+// is the text's last.
+bool only_blanks(const char* at, const char* end) {
+  while (at < end) {
+    if (*at == ' ' || (*at >= '\t' && *at <= '\r') || *at == ';') {
+      ++at;
+    } else if (end - at >= 2 && at[0] == '-' && at[1] == '-') {
+      while (at < end && *at != '\n') ++at;
+    } else if (end - at >= 2 && at[0] == '/' && at[1] == '*') {
+      at += 2;
+      while (at < end && !(end - at >= 2 && at[0] == '*' && at[1] == '/')) ++at;
+      at = at < end ? at + 2 : end;
+    } else {
+      return false;
+    }
+  }
+  return true;
 }
 
-std::string column_text(sqlite3_stmt* stmt, int i) {
-  const unsigned char* text = sqlite3_column_text(stmt, i);
-  if (text == nullptr) return std::string();  // NULL reads as ""
-  return std::string(reinterpret_cast<const char*>(text),
-                     static_cast<size_t>(sqlite3_column_bytes(stmt, i)));
+std::vector<std::string> column_names(sqlite3_stmt* stmt, int columns) {
+  std::vector<std::string> names;
+  names.reserve(static_cast<size_t>(columns));
+  for (int i = 0; i < columns; ++i) {
+    const char* name = sqlite3_column_name(stmt, i);  // null when out of memory
+    names.emplace_back(name != nullptr ? name : "");
+  }
+  return names;
+}
+
+std::vector<ResultRows::Value> row_values(sqlite3_stmt* stmt, int columns) {
+  std::vector<ResultRows::Value> row(static_cast<size_t>(columns));
+  for (int i = 0; i < columns; ++i) {
+    ResultRows::Value& v = row[static_cast<size_t>(i)];
+    const int type = sqlite3_column_type(stmt, i);
+    v.kind = SQLiteRows::KindOf(type);
+    if (type == SQLITE_INTEGER) v.whole = sqlite3_column_int64(stmt, i);
+    if (type == SQLITE_FLOAT) v.real = sqlite3_column_double(stmt, i);
+    const unsigned char* text = sqlite3_column_text(stmt, i);
+    if (text != nullptr) {
+      v.text.assign(reinterpret_cast<const char*>(text),
+                    static_cast<size_t>(sqlite3_column_bytes(stmt, i)));
+    }
+  }
+  return row;
 }
 
 }  // namespace
 
 SQLiteConnect::SQLiteConnect(const std::string& path) {
   sqlite3* db = nullptr;
+  // A connection is used by one thread at a time, so SQLite's own lock
+  // around every call (taken again for each value a row reads) buys nothing.
   const int rc = sqlite3_open_v2(
-      path.c_str(), &db, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_URI, nullptr);
+      path.c_str(), &db,
+      SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_URI | SQLITE_OPEN_NOMUTEX, nullptr);
   if (rc != SQLITE_OK) {
     fail(rc, std::string("cannot open database \"") + path +
                  "\": " + (db != nullptr ? sqlite3_errmsg(db) : sqlite3_errstr(rc)));
@@ -63,15 +95,34 @@ SQLiteConnect::SQLiteConnect(const std::string& path) {
     return;
   }
   db_ = db;
+  clock_ = std::make_unique<StepClock>(db_);
 }
 
 SQLiteConnect::~SQLiteConnect() {
-  // Every statement is finalized before its operation returns.
+  // A statement still being read is finalized before the database closes.
+  clear_result();
+  clock_.reset();
   if (db_ != nullptr) sqlite3_close(db_);
 }
 
+bool SQLiteConnect::InTransaction() { return db_ != nullptr && sqlite3_get_autocommit(db_) == 0; }
+
+bool SQLiteConnect::step_failed() {
+  const int code = sqlite3_extended_errcode(db_);
+  std::string message = sqlite3_errmsg(db_);
+  if (const int limit = clock_->ExpiredLimit()) {
+    message =
+        "statement stopped after its time-out of " + std::to_string(limit) + " s (" + message + ")";
+  }
+  return fail(code, message);
+}
+
+bool SQLiteConnect::fail_read(bool no_field, const std::string& message) {
+  return fail(no_field ? SQLITE_RANGE : SQLITE_MISMATCH, message);
+}
+
 bool SQLiteConnect::run(const std::string& sql, int time_out) {
-  rows_.Clear();
+  clear_result();
   if (db_ == nullptr) return fail(SQLITE_CANTOPEN, "database is not open: " + open_error_);
   // SQLite stops reading at a NUL byte and cannot get past it: the text
   // after it would be dropped silently (or never be consumed at all).
@@ -79,63 +130,35 @@ bool SQLiteConnect::run(const std::string& sql, int time_out) {
   if (nul != std::string::npos) {
     return fail(SQLITE_ERROR, "the SQL text contains a NUL byte at offset " + std::to_string(nul));
   }
-  if (time_out <= 0) time_out = statement_time_out_;
-  Deadline deadline;
-  if (time_out > 0) {
-    deadline.at = Clock::now() + std::chrono::seconds(time_out);
-    sqlite3_progress_handler(db_, kProgressInterval, check_deadline, &deadline);
-  }
-  // Removes the handler on every way out: it points at this frame.
-  struct HandlerGuard {
-    sqlite3* db;
-    bool active;
-    ~HandlerGuard() {
-      if (active) sqlite3_progress_handler(db, 0, nullptr, nullptr);
-    }
-  } guard{db_, time_out > 0};
-
-  ResultRows kept;
+  clock_->Start(time_out > 0 ? time_out : statement_time_out_);
+  std::unique_ptr<ResultRows> kept = std::make_unique<ResultRows>();
   const char* tail = sql.c_str();
   const char* const end = tail + sql.size();
   while (tail < end) {
-    sqlite3_stmt* stmt = nullptr;
+    sqlite3_stmt* raw = nullptr;
     const char* next = nullptr;
-    int rc = sqlite3_prepare_v2(db_, tail, static_cast<int>(end - tail), &stmt, &next);
+    int rc = sqlite3_prepare_v2(db_, tail, static_cast<int>(end - tail), &raw, &next);
     if (rc != SQLITE_OK) return fail(sqlite3_extended_errcode(db_), sqlite3_errmsg(db_));
     tail = next;
-    if (stmt == nullptr) continue;  // only blanks or a comment were left
-    const int columns = sqlite3_column_count(stmt);
-    ResultRows current;
-    if (columns > 0) {
-      std::vector<std::string> names;
-      names.reserve(static_cast<size_t>(columns));
-      for (int i = 0; i < columns; ++i) {
-        const char* name = sqlite3_column_name(stmt, i);  // null when out of memory
-        names.emplace_back(name != nullptr ? name : "");
-      }
-      current.SetColumns(std::move(names));
+    Statement stmt(raw);
+    if (!stmt) continue;  // only blanks or a comment were left
+    const int columns = sqlite3_column_count(raw);
+    rc = clock_->Step(raw);
+    if (rc == SQLITE_ROW && sqlite3_stmt_readonly(raw) && only_blanks(tail, end)) {
+      set_result(std::make_unique<SQLiteRows>(*this, stmt.release(), column_names(raw, columns)));
+      return true;
     }
-    while ((rc = sqlite3_step(stmt)) == SQLITE_ROW) {
-      std::vector<std::string> row;
-      row.reserve(static_cast<size_t>(columns));
-      for (int i = 0; i < columns; ++i) row.push_back(column_text(stmt, i));
-      current.AddRow(std::move(row));
+    // Run to the end; the rows are kept whole in case no later statement
+    // returns columns.
+    std::unique_ptr<ResultRows> current;
+    if (columns > 0) current = std::make_unique<ResultRows>(column_names(raw, columns));
+    for (; rc == SQLITE_ROW; rc = clock_->Step(raw)) {
+      if (current) current->AddRow(row_values(raw, columns));
     }
-    if (rc != SQLITE_DONE) {
-      const int code = sqlite3_extended_errcode(db_);
-      std::string message = sqlite3_errmsg(db_);
-      sqlite3_finalize(stmt);
-      if (deadline.expired) {
-        message.insert(
-            0, "statement stopped after its time-out of " + std::to_string(time_out) + " s (");
-        message += ")";
-      }
-      return fail(code, message);
-    }
-    sqlite3_finalize(stmt);
-    if (columns > 0) kept = std::move(current);
+    if (rc != SQLITE_DONE) return step_failed();
+    if (current) kept = std::move(current);
   }
-  rows_ = std::move(kept);
+  set_result(std::move(kept));
   return true;
 }
 

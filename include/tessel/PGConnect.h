@@ -17,13 +17,26 @@
 //   or inside the caller's open transaction with the previous value put
 //   back afterwards); t <= 0 runs it without a limit. A statement stopped by
 //   the limit fails with SQLSTATE 57014.
-// - ExecuteLoop(sql): streams a possibly large query through a server-side
-//   cursor, fetching LoopBatchSize() rows at a time (in a transaction of its
-//   own unless one is open). The text must be a single query.
+// - ExecuteLoop(sql): the form for results too large for memory. It
+//   declares a server-side cursor over the text (a single query), fetches
+//   the first LoopBatchSize() rows and returns; MoveNext fetches the next
+//   batch when the reader gets past the last row of one, so at most one
+//   batch is held. The cursor lives in a transaction of its own unless one
+//   is open; the last batch closes it and commits that transaction, and so
+//   does the next operation of this connection when the reader stops early.
+//   A failure in a later batch (a cast that fails in row 90,000) ends the
+//   cursor: MoveNext returns false, IsEOF is true, GetLastError gives the
+//   server's error, one line is logged, and the loop's own transaction is
+//   rolled back (a caller's transaction is left aborted, as by any error).
+//   The rows read before stay read; the failing batch's rows are lost.
 // - ExecuteSortByCollate(sql, name): checks that the collation exists (a
 //   misspelt name fails with SQLSTATE 42704 instead of sorting silently by
 //   the default), then runs the text; the text names the collation in its
 //   own ORDER BY where it wants one.
+//
+// Every other form holds the whole result in libpq's own PGresult, the one
+// copy there is: the cursor and the typed reads read the values in place,
+// and the result is freed when the next operation starts.
 //
 // GetLastError / GetLastQueryError give the last failure's SQLSTATE packed
 // into an int (ErrorCode, six bits a character, as the server packs it) and
@@ -44,6 +57,8 @@ struct pg_conn;
 struct pg_result;
 
 namespace tessel {
+
+enum class LoopEnd : int;
 
 class PGConnect : public RowsConnect {
  public:
@@ -72,12 +87,21 @@ class PGConnect : public RowsConnect {
   bool ExecuteReturning(const std::string& sql) override;
   bool SeqenceExecute(const std::string& sql) override;
   bool SeqenceExecuteManual(const std::string& sql) override;
+  bool InTransaction() override { return in_transaction(); }
 
  private:
-  // Runs `sql`; on success the result is handed to `keep` (may be null).
-  bool exec(const std::string& sql, ResultRows* keep, bool append = false);
+  friend class PGLoopRows;
+  // Runs `sql`: its result (the caller's to free), or null with the
+  // failure recorded.
+  pg_result* exec(const std::string& sql);
+  // Runs `sql` and keeps its result for the cursor.
+  bool keep(const std::string& sql);
   // Runs a statement of the connection's own, keeping no rows.
-  bool command(const std::string& sql) { return exec(sql, nullptr); }
+  bool command(const std::string& sql);
+  // The loop cursor's next batch, or null with the failure recorded.
+  pg_result* fetch_loop_batch();
+  void end_loop(bool own, LoopEnd how);
+  bool fail_read(bool no_field, const std::string& message) override;
   // Runs a clean-up statement whose failure must not hide an earlier error.
   void quietly(const std::string& sql);
   // True (with the failure recorded) for a text libpq would cut short.
@@ -91,6 +115,7 @@ class PGConnect : public RowsConnect {
   std::string conninfo_;
   pg_conn* conn_ = nullptr;
   int loop_batch_size_ = 1000;
+  std::string loop_fetch_;  // the FETCH of the loop being read
 };
 
 }  // namespace tessel

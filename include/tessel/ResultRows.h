@@ -1,44 +1,47 @@
-// The rows of a connection's last result and the cursor over them, shared by
-// the SQLite and PostgreSQL connections. Values are kept as text; a NULL is
-// kept as "" (so it reads as "" and as 0).
+// A result held whole, as text: the rows of a statement that had to run to
+// its end before the connection went on (SQLite keeps the rows of an
+// earlier statement of a text when no later one returns columns), and the
+// empty result a connection starts with and a failure leaves.
 #ifndef TESSEL_RESULTROWS_H
 #define TESSEL_RESULTROWS_H
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
+#include "tessel/ResultSource.h"
+
 namespace tessel {
 
-class ResultRows {
+class ResultRows : public ResultSource {
  public:
-  // Forgets columns and rows; the cursor is then at the end.
-  void Clear();
-  void SetColumns(std::vector<std::string> names) { columns_ = std::move(names); }
-  // One row, one text per column in column order.
-  void AddRow(std::vector<std::string> values) { rows_.push_back(std::move(values)); }
+  explicit ResultRows(std::vector<std::string> names = {}) : ResultSource(std::move(names)) {}
 
-  const std::vector<std::string>& columns() const { return columns_; }
+  // One value: its text, and the number the engine kept where it had one.
+  struct Value {
+    ValueKind kind = ValueKind::kText;
+    std::string text;
+    int64_t whole = 0;
+    double real = 0;
+  };
+  // One row, one value per column in column order.
+  void AddRow(std::vector<Value> values) { rows_.push_back(std::move(values)); }
   size_t size() const { return rows_.size(); }
 
-  bool IsEOF() const { return current_ >= rows_.size(); }
-  // Moves to the next row; false once past the last one.
-  bool MoveNext();
-  // The current row's value; "" for an unknown column, out of rows or NULL.
-  // Names match exactly first, then ignoring ASCII case (engines differ in
-  // how they case the names of unquoted expressions).
-  std::string Field(const std::string& column_name) const;
-  std::string Field(int column_index) const;
-  // The value's leading integer, 0 when it has none; clamped to int.
-  int IntField(const std::string& column_name) const;
-  int IntField(int column_index) const;
+  bool AtRow() const override { return current_ < rows_.size(); }
+  bool Next() override;
+  ValueKind Kind(int column) const override { return value(column).kind; }
+  std::string_view Text(int column) const override { return value(column).text; }
+  int64_t Int(int column) const override { return value(column).whole; }
+  double Double(int column) const override { return value(column).real; }
 
  private:
-  int index_of(const std::string& column_name) const;
+  const Value& value(int column) const { return rows_[current_][static_cast<size_t>(column)]; }
 
-  std::vector<std::string> columns_;
-  std::vector<std::vector<std::string>> rows_;
+  std::vector<std::vector<Value>> rows_;
   size_t current_ = 0;
 };
 

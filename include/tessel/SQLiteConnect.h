@@ -6,7 +6,23 @@
 // Every execute operation runs all statements of its text in order (no
 // implicit transaction: statements before a failing one stay done) and
 // keeps the rows of the last statement that returns columns for the
-// cursor; a failure leaves an empty result. A text with a NUL byte is
+// cursor; a failure leaves an empty result.
+//
+// Rows are read as the engine steps: when the text's last statement is a
+// read-only query, the operation steps it to its first row and returns,
+// MoveNext steps on, and each value is read from the statement when it is
+// asked for, so memory stays the same whatever the number of rows. The
+// statement (and the read transaction it holds) ends with its last row, or
+// when the next operation of this connection starts. A query followed by
+// other statements, and a statement that changes data (INSERT ... RETURNING
+// and the like), run to their end first, their rows kept whole.
+//
+// An engine failure after the first row (a function's error, the time-out,
+// a corrupt page) cannot fail the operation, which has already returned
+// true: it ends the cursor instead. MoveNext returns false, IsEOF is true,
+// GetLastError / GetLastQueryError give the failure's code and message,
+// and one line is logged. A reader that must tell a complete result from a
+// cut one compares the last error before and after its loop. A text with a NUL byte is
 // refused with SQLITE_ERROR. The looped, collation, view-aware, returning
 // and sequence forms run their text the same way: SQLite reads rows one by
 // one anyway, collations are named in the text itself, views need nothing
@@ -22,6 +38,7 @@
 #ifndef TESSEL_SQLITECONNECT_H
 #define TESSEL_SQLITECONNECT_H
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -31,6 +48,8 @@
 struct sqlite3;
 
 namespace tessel {
+
+class StepClock;
 
 class SQLiteConnect : public RowsConnect {
  public:
@@ -52,7 +71,8 @@ class SQLiteConnect : public RowsConnect {
   bool ExecuteQuery(const std::string& sql) override;
   // Stops the statement once it has run `time_out` seconds (0 or less: the
   // connection's own limit) and fails with SQLITE_INTERRUPT and a message
-  // naming the time-out.
+  // naming the time-out. The time counts while the engine works, also for
+  // the rows MoveNext reads later, not while the caller works between rows.
   bool ExecuteQueryUDT(const std::string& sql, const int& time_out) override;
   bool ExecuteSortByCollate(const std::string& sql, const std::string& collate_name) override;
   bool ExecuteLoop(const std::string& sql) override;
@@ -61,11 +81,18 @@ class SQLiteConnect : public RowsConnect {
   bool ExecuteReturning(const std::string& sql) override;
   bool SeqenceExecute(const std::string& sql) override;
   bool SeqenceExecuteManual(const std::string& sql) override;
+  bool InTransaction() override;
 
  private:
+  friend class SQLiteRows;
   bool run(const std::string& sql, int time_out);
+  // Records the engine's failure of the last step (naming the time-out
+  // when that stopped it); returns false.
+  bool step_failed();
+  bool fail_read(bool no_field, const std::string& message) override;
 
   sqlite3* db_ = nullptr;
+  std::unique_ptr<StepClock> clock_;
   int statement_time_out_ = 0;
   std::string open_error_;
 };
