@@ -199,6 +199,13 @@ std::string SafeValue::GetExpr(const tessel::DBTYPE& db_type) const {
       if (db_type == tessel::DB_SQLITE || db_type == tessel::DB_SQLSERVER) return flag_ ? "1" : "0";
       return flag_ ? "TRUE" : "FALSE";
     case Kind::kNumber:
+      if (text_ == "-0") {
+        // A bare -0 is the integer 0 (and -0.0 is exact numeric 0 on
+        // PostgreSQL): only these keep the sign of a negative zero.
+        if (db_type == tessel::DB_SQLITE) return "-0.0";
+        if (db_type == tessel::DB_SQLSERVER) return "CAST('-0' AS FLOAT)";
+        return "CAST('-0' AS DOUBLE PRECISION)";
+      }
       return text_;
     case Kind::kText:
       break;

@@ -44,11 +44,14 @@ TEST(SafeValues, LiteralPerDialect) {
       {static_cast<short>(-7), vexel_test::all("-7")},
       {1e-7, vexel_test::all("1e-07")},
       {123456789.123456789, vexel_test::all("123456789.12345679")},
-      {-0.0, vexel_test::all("-0")},
+      {-0.0,
+       {"-0.0", "CAST('-0' AS DOUBLE PRECISION)", "CAST('-0' AS FLOAT)",
+        "CAST('-0' AS DOUBLE PRECISION)"}},
       {DBL_MAX, vexel_test::all("1.7976931348623157e+308")},
       {epoch + milliseconds(1500), vexel_test::all("'1970-01-01 00:00:01.500000'")},
       {epoch - milliseconds(1), vexel_test::all("'1969-12-31 23:59:59.999000'")},
       {SafeValue::date(2024, 2, 29), vexel_test::all("'2024-02-29'")},
+      {SafeValue::date(9999, 12, 31), vexel_test::all("'9999-12-31'")},
   };
   for (const Literal& c : cases) {
     for (int code : kDialects) {
