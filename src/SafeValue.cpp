@@ -84,7 +84,7 @@ SafeValue::SafeValue(bool negative, std::uint64_t magnitude) : kind_(Kind::kNumb
   text_.append(digits, end);
 }
 
-SafeValue::SafeValue(double v) : kind_(Kind::kNumber) {
+SafeValue::SafeValue(double v) : kind_(Kind::kNumber), flag_(true) {
   if (!std::isfinite(v)) {
     *this = refused("NaN or an infinity");
     return;
@@ -92,7 +92,7 @@ SafeValue::SafeValue(double v) : kind_(Kind::kNumber) {
   text_ = shortest(v);
 }
 
-SafeValue::SafeValue(float v) : kind_(Kind::kNumber) {
+SafeValue::SafeValue(float v) : kind_(Kind::kNumber), flag_(true) {
   if (!std::isfinite(v)) {
     *this = refused("NaN or an infinity");
     return;
@@ -231,6 +231,27 @@ std::string SafeValue::GetExpr(const tessel::DBTYPE& db_type) const {
   }
   out += '\'';
   return out;
+}
+
+tessel::Param SafeValue::param() const {
+  tessel::Param p;
+  switch (kind_) {
+    case Kind::kBool:
+      p.kind = tessel::Param::Kind::kBool;
+      p.text = flag_ ? "true" : "false";
+      break;
+    case Kind::kNumber:
+      p.kind = flag_ ? tessel::Param::Kind::kReal : tessel::Param::Kind::kInteger;
+      p.text = text_;
+      break;
+    case Kind::kText:
+      p.kind = tessel::Param::Kind::kText;
+      p.text = text_;
+      break;
+    default:
+      break;
+  }
+  return p;
 }
 
 void SafeValue::set_table_name(const std::string& /*table_name*/) {}

@@ -117,9 +117,20 @@ bool PGConnect::in_transaction() const {
   return conn_ != nullptr && PQtransactionStatus(conn_) != PQTRANS_IDLE;
 }
 
-PGresult* PGConnect::exec(const std::string& sql) {
+PGresult* PGConnect::exec(const std::string& sql, const std::vector<Param>& params) {
   if (refused(sql) || !usable()) return nullptr;
-  Result result(PQexec(conn_, sql.c_str()));
+  Result result;
+  if (params.empty()) {
+    result.reset(PQexec(conn_, sql.c_str()));
+  } else {
+    // Sent as text, their types taken from where they stand.
+    std::vector<const char*> values;
+    for (const Param& p : params) {
+      values.push_back(p.kind == Param::Kind::kNull ? nullptr : p.text.c_str());
+    }
+    result.reset(PQexecParams(conn_, sql.c_str(), static_cast<int>(values.size()), nullptr,
+                              values.data(), nullptr, nullptr, 0));
+  }
   const ExecStatusType status = result ? PQresultStatus(result.get()) : PGRES_FATAL_ERROR;
   switch (status) {
     case PGRES_COMMAND_OK:
@@ -142,7 +153,7 @@ bool PGConnect::command(const std::string& sql) { return Result(exec(sql)) != nu
 
 bool PGConnect::keep(const std::string& sql) {
   clear_result();
-  PGresult* result = exec(sql);
+  PGresult* result = exec(sql, take_params());
   if (result == nullptr) return false;
   set_result(std::make_unique<PGRows>(result));
   return true;
@@ -242,8 +253,9 @@ bool PGConnect::ExecuteLoop(const std::string& sql) {
   const int batch = loop_batch_size_;
   loop_fetch_ = "FETCH FORWARD " + std::to_string(batch) + " FROM " + kLoopCursor;
   Result first;
-  if (command(std::string("DECLARE ") + kLoopCursor + " NO SCROLL CURSOR FOR " +
-              single_statement(sql))) {
+  if (Result(exec(
+          std::string("DECLARE ") + kLoopCursor + " NO SCROLL CURSOR FOR " + single_statement(sql),
+          take_params()))) {
     first.reset(fetch_loop_batch());
   }
   if (first && PQntuples(first.get()) >= batch) {

@@ -2,6 +2,9 @@
 
 #include <sqlite3.h>
 
+#include <charconv>
+#include <cstdint>
+#include <cstring>
 #include <utility>
 #include <vector>
 
@@ -130,6 +133,7 @@ bool SQLiteConnect::run(const std::string& sql, int time_out) {
   if (nul != std::string::npos) {
     return fail(SQLITE_ERROR, "the SQL text contains a NUL byte at offset " + std::to_string(nul));
   }
+  const std::vector<Param> params = take_params();
   clock_->Start(time_out > 0 ? time_out : statement_time_out_);
   std::unique_ptr<ResultRows> kept = std::make_unique<ResultRows>();
   const char* tail = sql.c_str();
@@ -142,6 +146,7 @@ bool SQLiteConnect::run(const std::string& sql, int time_out) {
     tail = next;
     Statement stmt(raw);
     if (!stmt) continue;  // only blanks or a comment were left
+    if (!bind(raw, params)) return false;
     const int columns = sqlite3_column_count(raw);
     rc = clock_->Step(raw);
     if (rc == SQLITE_ROW && sqlite3_stmt_readonly(raw) && only_blanks(tail, end)) {
@@ -159,6 +164,39 @@ bool SQLiteConnect::run(const std::string& sql, int time_out) {
     if (current) kept = std::move(current);
   }
   set_result(std::move(kept));
+  return true;
+}
+
+bool SQLiteConnect::bind(sqlite3_stmt* stmt, const std::vector<Param>& params) {
+  const int count = sqlite3_bind_parameter_count(stmt);
+  for (int i = 1; i <= count; ++i) {
+    const char* name = sqlite3_bind_parameter_name(stmt, i);
+    std::size_t n = 0;
+    if (name != nullptr && name[0] == '?') std::from_chars(name + 1, name + std::strlen(name), n);
+    if (n < 1 || n > params.size()) {
+      return fail(SQLITE_RANGE,
+                  std::string("no value for the placeholder ") + (name != nullptr ? name : "?"));
+    }
+    const Param& p = params[n - 1];
+    const char* first = p.text.data();
+    const char* last = first + p.text.size();
+    std::int64_t whole = 0;
+    double real = 0;
+    int rc = SQLITE_OK;
+    if (p.kind == Param::Kind::kNull) {
+      rc = sqlite3_bind_null(stmt, i);
+    } else if (p.kind == Param::Kind::kBool) {
+      rc = sqlite3_bind_int(stmt, i, p.text == "true" ? 1 : 0);
+    } else if (p.kind == Param::Kind::kInteger && std::from_chars(first, last, whole).ptr == last) {
+      rc = sqlite3_bind_int64(stmt, i, whole);
+    } else if (p.kind == Param::Kind::kReal && std::from_chars(first, last, real).ptr == last) {
+      rc = sqlite3_bind_double(stmt, i, real);
+    } else {
+      // Texts, and integers beyond 64 bits, which SQLite keeps as text.
+      rc = sqlite3_bind_text(stmt, i, first, static_cast<int>(p.text.size()), SQLITE_TRANSIENT);
+    }
+    if (rc != SQLITE_OK) return fail(sqlite3_extended_errcode(db_), sqlite3_errmsg(db_));
+  }
   return true;
 }
 

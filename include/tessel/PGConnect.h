@@ -93,7 +93,8 @@ class PGConnect : public RowsConnect {
   friend class PGLoopRows;
   // Runs `sql`: its result (the caller's to free), or null with the
   // failure recorded.
-  pg_result* exec(const std::string& sql);
+  // With `params`, the text is one statement whose $n take them.
+  pg_result* exec(const std::string& sql, const std::vector<Param>& params = {});
   // Runs `sql` and keeps its result for the cursor.
   bool keep(const std::string& sql);
   // Runs a statement of the connection's own, keeping no rows.

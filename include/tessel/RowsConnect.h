@@ -17,6 +17,7 @@
 #include <vector>
 
 #include "tessel/CConnect.h"
+#include "tessel/Param.h"
 #include "tessel/ResultSource.h"
 
 namespace tessel {
@@ -68,6 +69,12 @@ class RowsConnect : public CConnect {
   FieldRead GetText(int column_index, std::string& value);
   FieldRead GetText(const std::string& column_name, std::string& value);
 
+  // Values for the numbered placeholders ($1 on PostgreSQL, ?1 on SQLite)
+  // of the next statement this connection runs for the caller: it runs with
+  // them bound (a PostgreSQL text then holds one statement), and they are
+  // forgotten. vexel::Params writes the placeholders and the values.
+  void BindNext(std::vector<Param> values) { params_ = std::move(values); }
+
   // True while a transaction is open on the connection (opened by a
   // Transaction guard or by the caller's own text).
   virtual bool InTransaction() = 0;
@@ -86,6 +93,12 @@ class RowsConnect : public CConnect {
   void clear_result();
   void set_result(std::unique_ptr<ResultSource> result) { result_ = std::move(result); }
   ResultSource& result() { return *result_; }
+  // The values given to BindNext, once.
+  std::vector<Param> take_params() {
+    std::vector<Param> taken;
+    taken.swap(params_);
+    return taken;
+  }
 
   int last_error_code_ = 0;
   std::string last_error_;
@@ -100,6 +113,7 @@ class RowsConnect : public CConnect {
   FieldRead read(const Column& at, const char* function, T& value);
 
   std::unique_ptr<ResultSource> result_;
+  std::vector<Param> params_;
   int open_guards_ = 0;  // Transaction guards alive on this connection
 };
 

@@ -46,6 +46,7 @@
 #include "tessel/RowsConnect.h"
 
 struct sqlite3;
+struct sqlite3_stmt;
 
 namespace tessel {
 
@@ -86,6 +87,8 @@ class SQLiteConnect : public RowsConnect {
  private:
   friend class SQLiteRows;
   bool run(const std::string& sql, int time_out);
+  // Binds each ?NNN placeholder of `stmt` to value NNN of `params`.
+  bool bind(sqlite3_stmt* stmt, const std::vector<Param>& params);
   // Records the engine's failure of the last step (naming the time-out
   // when that stopped it); returns false.
   bool step_failed();

@@ -23,6 +23,7 @@
 #include <string>
 #include <type_traits>
 
+#include "tessel/Param.h"
 #include "vexel/CommonExpr.h"
 #include "vexel/SQLValue.h"
 #include "vexel/export.h"
@@ -69,6 +70,10 @@ class VEXEL_API SafeValue : public CommonExpr {
   std::string GetExpr(const tessel::DBTYPE& db_type) const override;
   void set_table_name(const std::string& table_name) override;
 
+  // The value for binding to a placeholder (see vexel::Params); a refused
+  // value gives a NULL.
+  tessel::Param param() const;
+
   // An SQLValue that renders this literal in whatever dialect takes it;
   // its GetValue() is the PostgreSQL form.
   operator SQLValue() const;
@@ -97,8 +102,10 @@ class VEXEL_API SafeValue : public CommonExpr {
   }
 
   Kind kind_ = Kind::kNull;
-  bool flag_ = false;  // the boolean; for text, whether any byte is not ASCII
-  std::string text_;   // a number's digits, or the text before quoting
+  // The boolean; for a number, whether it is floating; for text, whether
+  // any byte is not ASCII.
+  bool flag_ = false;
+  std::string text_;  // a number's digits, or the text before quoting
 };
 
 }  // namespace vexel

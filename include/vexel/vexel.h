@@ -14,6 +14,7 @@
 #include "vexel/GroupConcatExpr.h"
 #include "vexel/InsertBuilder.h"
 #include "vexel/JsonPath.h"
+#include "vexel/Params.h"
 #include "vexel/Ptr_CommonExpr.h"
 #include "vexel/QueryBuilder.h"
 #include "vexel/SQLExpr.h"

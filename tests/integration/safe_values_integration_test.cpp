@@ -89,6 +89,17 @@ TEST_P(SafeValueTest, HostileTextsRoundTripAndNeverRun) {
         .FROM(notes)
         .WHERE(notes.col("body") == SafeValue(text));
     EXPECT_EQ(Run(q), (Rows{{std::to_string(id), text}})) << text.substr(0, 40);
+    // The same through bound parameters, as row -id.
+    vexel::Params p(db_->GetDBType());
+    vexel::InsertBuilder bound(db_);
+    bound.INSERT_INTO(notes).COLUMNS({col("id"), col("body")}).VALUES({p(-id), p(text)});
+    db_->BindNext(p.values());
+    ASSERT_TRUE(bound.Execute()) << ErrorOf(*db_);
+    vexel::Params w(db_->GetDBType());
+    vexel::QueryBuilder bq(db_);
+    bq.SELECT({notes.col("body")}).FROM(notes).WHERE(notes.col("id") == w(-id));
+    db_->BindNext(w.values());
+    EXPECT_EQ(Run(bq), (Rows{{text}})) << text.substr(0, 40);
   }
   const std::string refused[] = {std::string("a\0b", 3) + "; DELETE FROM " + canary, "\xff",
                                  "\xc0\xaf", "\xed\xa0\x80", "\xe2\x82"};
@@ -99,7 +110,7 @@ TEST_P(SafeValueTest, HostileTextsRoundTripAndNeverRun) {
     EXPECT_FALSE(ins.VALUES({SafeValue(0), SafeValue(text)}).Execute());
     EXPECT_EQ(log_.lines().size(), 1u);
   }
-  EXPECT_EQ(Query("SELECT count(*) FROM $.notes"), R(std::to_string(id)));
+  EXPECT_EQ(Query("SELECT count(*) FROM $.notes"), R(std::to_string(2 * id)));
   EXPECT_EQ(Query("SELECT v FROM $.canary"), R("1"));
 }
 
@@ -112,28 +123,40 @@ TEST_P(SafeValueTest, NumbersBooleansAndDatesAreExact) {
                                std::numeric_limits<std::int64_t>::max()};
   const vexel::tab v = table("v");
   int id = 0;
-  for (double d : doubles) {
-    for (std::int64_t i : ints) {
-      vexel::InsertBuilder ins(db_);
-      ins.INSERT_INTO(v).COLUMNS(
-          {col("id"), col("d"), col("i"), col("b"), col("day"), col("note")});
-      ins.VALUES({SafeValue(++id), SafeValue(d), SafeValue(i), SafeValue(id % 2 == 0),
-                  SafeValue::date(1995, 1, 1), id == 1 ? SafeValue(nullptr) : SafeValue("")});
-      ASSERT_TRUE(ins.Execute()) << ins.tosql() << "\n" << ErrorOf(*db_);
-      // Each row is found again by comparing every column with the value itself.
-      vexel::QueryBuilder q(db_);
-      q.SELECT({v.col("id")}).FROM(v).WHERE(v.col("d") == SafeValue(d));
-      q.AND(v.col("i") == SafeValue(i)).AND(v.col("b") == SafeValue(id % 2 == 0));
-      q.AND(v.col("day") == SafeValue::date(1995, 1, 1)).AND(v.col("id") == SafeValue(id));
-      EXPECT_EQ(Run(q), R(std::to_string(id))) << q.tosql();
-      // And read back typed, bit for bit.
-      ASSERT_TRUE(db_->ExecuteQuery(In("SELECT d, i FROM $.v WHERE id = " + std::to_string(id))));
-      double got_d = 1;
-      std::int64_t got_i = 0;
-      EXPECT_EQ(db_->GetDouble(0, got_d), tessel::FieldRead::kValue);
-      EXPECT_EQ(db_->GetInt64(1, got_i), tessel::FieldRead::kValue);
-      EXPECT_EQ(std::memcmp(&got_d, &d, sizeof d), 0) << d << " read " << got_d;
-      EXPECT_EQ(got_i, i);
+  // Written as literals, then bound as parameters.
+  for (const bool bound : {false, true}) {
+    for (double d : doubles) {
+      for (std::int64_t i : ints) {
+        ++id;
+        const SafeValue row[] = {id,
+                                 d,
+                                 i,
+                                 id % 2 == 0,
+                                 SafeValue::date(1995, 1, 1),
+                                 id == 1 ? SafeValue(nullptr) : SafeValue("")};
+        vexel::Params p(db_->GetDBType());
+        std::vector<vexel::SQLValue> values;
+        for (const SafeValue& x : row) values.push_back(bound ? p(x) : vexel::SQLValue(x));
+        vexel::InsertBuilder ins(db_);
+        ins.INSERT_INTO(v).COLUMNS(
+            {col("id"), col("d"), col("i"), col("b"), col("day"), col("note")});
+        db_->BindNext(p.values());
+        ASSERT_TRUE(ins.VALUES(values).Execute()) << ins.tosql() << "\n" << ErrorOf(*db_);
+        // Each row is found again by comparing every column with the value itself.
+        vexel::QueryBuilder q(db_);
+        q.SELECT({v.col("id")}).FROM(v).WHERE(v.col("d") == SafeValue(d));
+        q.AND(v.col("i") == SafeValue(i)).AND(v.col("b") == SafeValue(id % 2 == 0));
+        q.AND(v.col("day") == SafeValue::date(1995, 1, 1)).AND(v.col("id") == SafeValue(id));
+        EXPECT_EQ(Run(q), R(std::to_string(id))) << q.tosql();
+        // And read back typed, bit for bit.
+        ASSERT_TRUE(db_->ExecuteQuery(In("SELECT d, i FROM $.v WHERE id = " + std::to_string(id))));
+        double got_d = 1;
+        std::int64_t got_i = 0;
+        EXPECT_EQ(db_->GetDouble(0, got_d), tessel::FieldRead::kValue);
+        EXPECT_EQ(db_->GetInt64(1, got_i), tessel::FieldRead::kValue);
+        EXPECT_EQ(std::memcmp(&got_d, &d, sizeof d), 0) << d << " read " << got_d;
+        EXPECT_EQ(got_i, i);
+      }
     }
   }
   EXPECT_EQ(Query("SELECT count(*) FROM $.v WHERE note IS NULL"), R("1"));

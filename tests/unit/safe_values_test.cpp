@@ -105,6 +105,16 @@ TEST(SafeValues, StatementsAndLists) {
     ins.VALUES({SafeValue(true), SafeValue("\xc3\xa9")});
     EXPECT_EQ(ins.tosql(), insert.at(code));
   }
+  const PerDialect placeholders{"?1 ?2", "$1 $2", "@p1 @p2", "$1 $2"};
+  for (int code : kDialects) {
+    vexel::Params p(db(code));
+    const std::string first = p(2.5).GetValue();
+    EXPECT_EQ(first + " " + p("x").GetValue(), placeholders.at(code));
+    EXPECT_EQ(p(SafeValue("\xff")).GetValue(), SafeValue("\xff").GetExpr(db(2)));
+    ASSERT_EQ(p.values().size(), 2u);
+    EXPECT_EQ(p.values()[0].kind, tessel::Param::Kind::kReal);
+    EXPECT_EQ(p.values()[1].text, "x");
+  }
   vexel::col c("c");
   c.set_db_type(tessel::DB_SQLSERVER);
   EXPECT_EQ(c.in_values({1, "it's", nullptr}).GetExpr(db(2)), "c IN (1,'it''s',NULL)");
