@@ -5,7 +5,6 @@
 #include <memory>
 #include <system_error>
 
-#include "internal/Log.h"
 #include "internal/Text.h"
 
 namespace vexel {
@@ -179,10 +178,12 @@ std::string SafeValue::escape_like(const std::string& text, char escape) {
   return out;
 }
 
+// The reason travels in the text: the statement that holds the value logs
+// it when it refuses to run, once, under the operation that was asked.
 SafeValue SafeValue::refused(const char* why) {
-  VEXEL_LOG(5, "[%s]value refused: %s.[%s(%d)]", why);
   SafeValue v;
   v.kind_ = Kind::kRefused;
+  v.text_ = why;
   return v;
 }
 
@@ -193,7 +194,7 @@ std::string SafeValue::GetExpr(const tessel::DBTYPE& db_type) const {
     case Kind::kRefused:
       // A NUL byte: the execution path runs no statement that holds it, and a
       // driver that reads the text as a C string stops where the value was.
-      return internal::refused_value_text();
+      return internal::refused_value_text() + ": " + text_ + '\0';
     case Kind::kBool:
       // Only PostgreSQL has a boolean literal that a boolean column takes.
       if (db_type == tessel::DB_SQLITE || db_type == tessel::DB_SQLSERVER) return flag_ ? "1" : "0";

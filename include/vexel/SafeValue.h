@@ -11,9 +11,9 @@
 // A SafeValue goes wherever an SQLValue goes (it converts to one that keeps
 // its per-dialect forms), and wherever a node goes. A value that cannot be
 // written safely (a NUL byte, invalid UTF-8, NaN or an infinity, a date that
-// does not exist) is refused: its construction logs one error, ok() is
-// false, and a statement that contains it renders an unusable text and is
-// never sent to the connection.
+// does not exist) is refused: ok() is false, and a statement that contains
+// it renders an unusable text, is never sent to the connection, and its
+// Execute logs the reason once and returns false.
 #ifndef VEXEL_SAFEVALUE_H
 #define VEXEL_SAFEVALUE_H
 

@@ -38,8 +38,9 @@ struct ColumnText {
   }
 };
 
-// The text a refused SafeValue renders. It holds a NUL byte, which no
-// statement may hold: the execution path runs nothing that contains it.
+// How the text of a refused SafeValue starts; ": reason" and a NUL byte
+// follow. No statement may hold a NUL byte: the execution path runs none
+// that contains it and logs the reason instead.
 const std::string& refused_value_text();
 
 // A value's text in dialect `db`: its fixed text, or the form a value made
