@@ -4,6 +4,7 @@
 #include "internal/Facade.h"
 #include "internal/Log.h"
 #include "internal/Text.h"
+#include "vexel/QueryBuilder.h"
 #include "vexel/SQLExpr.h"
 
 namespace vexel {
@@ -55,6 +56,11 @@ InsertBuilder& InsertBuilder::COLUMNS(const std::vector<col>& cols) {
 
 InsertBuilder& InsertBuilder::VALUES(const std::vector<SQLValue>& row) {
   if (SQLInsert* b = VEXEL_IMPL()) b->VALUES(row);
+  return *this;
+}
+
+InsertBuilder& InsertBuilder::SELECT(const QueryBuilder& rows) {
+  if (SQLInsert* b = VEXEL_IMPL()) b->SELECT(rows.tosql());
   return *this;
 }
 

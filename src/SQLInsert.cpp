@@ -31,9 +31,13 @@ SQLInsert::SQLInsert(const std::shared_ptr<tessel::CConnect>& conn) : db_conn_(c
 
 void SQLInsert::COLUMNS(const std::vector<col>& cols, tessel::DBTYPE db) {
   columns_.clear();
+  excluded_columns_.clear();
   for (std::size_t i = 0; i < cols.size(); ++i) {
     if (i > 0) columns_ += ',';
+    if (i > 0) excluded_columns_ += ',';
+    const std::size_t from = columns_.size();
     internal::ColumnText::append(columns_, cols[i], db);
+    excluded_columns_.append("Excluded.").append(columns_, from, std::string::npos);
   }
 }
 
@@ -68,7 +72,14 @@ std::string SQLInsert::upsert_text() const {
               32 * (conflict_columns_.size() + returning_columns_.size() + set_values_.size()));
   // No blank before "(" nor after " VALUES": hosts compare the text.
   sql.append("INSERT INTO ").append(table_name_).append("(").append(columns_).append(")");
-  sql.append(" VALUES").append(rows_);
+  if (select_.empty()) {
+    sql.append(" VALUES").append(rows_);
+  } else if (db_type_ == tessel::DB_SQLITE && !conflict_columns_.empty()) {
+    // SQLite reads "ON CONFLICT" after a bare SELECT as a join's ON.
+    sql.append(" SELECT * FROM (").append(select_).append(") WHERE true");
+  } else {
+    sql.append(" ").append(select_);
+  }
   if (!conflict_columns_.empty()) {
     sql += " ON CONFLICT (";
     put_names(sql, conflict_columns_);
@@ -103,9 +114,14 @@ std::string SQLInsert::sqlserver_text() const {
       sql += " OUTPUT ";
       put_names(sql, returning_columns_, "Inserted.");
     }
-    sql.append(" VALUES ").append(rows_);
+    if (select_.empty()) {
+      sql.append(" VALUES ").append(rows_);
+    } else {
+      sql.append(" ").append(select_);
+    }
     return sql;
   }
+  if (!select_.empty()) return merge_select_text(std::move(sql));
   if (row_count_ != 1) {
     // The one exception the library throws, and a std::string at that:
     // callers catch this exact text, misspelling included.
@@ -113,6 +129,13 @@ std::string SQLInsert::sqlserver_text() const {
   }
   sql.append("MERGE INTO ").append(table_name_);
   sql.append(" USING (VALUES").append(rows_).append(") AS Excluded(").append(columns_).append(")");
+  put_merge_tail(sql, rows_);
+  return sql;
+}
+
+// From " ON(" on: the match, the insert of `inserted`, the update and the
+// returned columns.
+void SQLInsert::put_merge_tail(std::string& sql, const std::string& inserted) const {
   sql += " ON(";
   for (std::size_t i = 0; i < conflict_columns_.size(); ++i) {
     if (i > 0) sql += " AND ";
@@ -120,7 +143,7 @@ std::string SQLInsert::sqlserver_text() const {
     sql.append(table_name_).append(".").append(name).append(" = Excluded.").append(name);
   }
   sql += ")";
-  sql.append(" WHEN NOT MATCHED THEN INSERT(").append(columns_).append(") VALUES").append(rows_);
+  sql.append(" WHEN NOT MATCHED THEN INSERT(").append(columns_).append(") VALUES").append(inserted);
   if (!set_values_.empty()) {
     sql += " WHEN MATCHED THEN UPDATE SET ";
     bool first = true;
@@ -135,6 +158,13 @@ std::string SQLInsert::sqlserver_text() const {
     put_names(sql, returning_columns_, "inserted.");
   }
   sql += ";";
+}
+
+// A MERGE whose source is a query: its rows arrive as Excluded.
+std::string SQLInsert::merge_select_text(std::string sql) const {
+  sql.append("MERGE INTO ").append(table_name_);
+  sql.append(" USING (").append(select_).append(") AS Excluded(").append(columns_).append(")");
+  put_merge_tail(sql, "(" + excluded_columns_ + ")");
   return sql;
 }
 

@@ -42,6 +42,7 @@ class SQLInsert : public internal::WhereClause {
   void INSERT_INTO(const std::string& table_name) { table_name_ = table_name; }
   void COLUMNS(const std::vector<col>& cols, tessel::DBTYPE db);
   void VALUES(const std::vector<SQLValue>& row);
+  void SELECT(const std::string& query) { select_ = query; }
   void SET(const col& c, tessel::DBTYPE db, const std::string& value_text);
   void ON_CONFLICT(const std::vector<col>& cols, tessel::DBTYPE db);
   void EXCLUDE(const std::string& text) { exclude_ = text; }
@@ -54,13 +55,17 @@ class SQLInsert : public internal::WhereClause {
   // Throws the std::string "invaild param, values size = N" for a MERGE
   // whose VALUES rows are not exactly one.
   std::string sqlserver_text() const;
+  std::string merge_select_text(std::string sql) const;
+  void put_merge_tail(std::string& sql, const std::string& inserted) const;
   bool run(const RunForm& form, const internal::Site& site);
 
  private:
   // The VALUES rows as text, "(a,b),(c,d)", and how many there are.
   std::string rows_;
   std::size_t row_count_ = 0;
-  std::string columns_;  // "a,b"
+  std::string select_;            // INSERT ... SELECT, in place of the rows
+  std::string columns_;           // "a,b"
+  std::string excluded_columns_;  // "Excluded.a,Excluded.b", for a MERGE from a query
   std::string table_name_;
   std::vector<std::string> conflict_columns_;
   std::vector<std::string> returning_columns_;

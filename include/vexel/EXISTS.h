@@ -3,13 +3,24 @@
 #ifndef VEXEL_EXISTS_H
 #define VEXEL_EXISTS_H
 
+#include <string>
+
 #include "vexel/SQLExpr.h"
+#include "vexel/col.h"
 #include "vexel/export.h"
 
 namespace vexel {
 
+class QueryBuilder;
+
 VEXEL_API SQLExpr EXISTS(const SQLExpr& subquery);
 VEXEL_API SQLExpr NOT_EXISTS(const SQLExpr& subquery);
+// The same over a builder's statement.
+VEXEL_API SQLExpr EXISTS(const QueryBuilder& subquery);
+VEXEL_API SQLExpr NOT_EXISTS(const QueryBuilder& subquery);
+// A scalar subquery for a select list: "(subquery) AS alias" (no alias: the
+// bracketed text alone).
+VEXEL_API col scalar_subquery(const QueryBuilder& subquery, const std::string& alias);
 
 }  // namespace vexel
 

@@ -22,6 +22,8 @@
 
 namespace vexel {
 
+class QueryBuilder;
+
 class CommonExpr;
 class SQLInsert;
 
@@ -44,6 +46,12 @@ class VEXEL_API InsertBuilder {
   InsertBuilder& COLUMNS(const std::vector<col>& cols);
   // Each call adds one row.
   InsertBuilder& VALUES(const std::vector<SQLValue>& row);
+  // INSERT ... SELECT: the rows come from `rows`, which takes the place of
+  // the VALUES rows: "INSERT INTO t(a,b) SELECT ...". ON_CONFLICT, SET and
+  // RETURNING work with it in every dialect (SQLite reads the SELECT from a
+  // derived table there, which its upsert needs; SQL Server's MERGE uses it
+  // as its source).
+  InsertBuilder& SELECT(const QueryBuilder& rows);
   // Upsert assignments, one per column; a later SET of a column replaces it.
   InsertBuilder& SET(const col& c, const SQLValue& v);
   InsertBuilder& SET(const col& c, const col& value);

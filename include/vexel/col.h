@@ -105,6 +105,13 @@ class VEXEL_API col {
   Ptr_CommonExpr operator==(const SQLValue& v) const;
   // "c = (subquery)".
   Ptr_CommonExpr operator==(const QueryBuilder& q) const;
+  // The other comparisons with a scalar subquery: "c != (subquery)", and
+  // "<", "<=", ">", ">=" the same way.
+  Ptr_CommonExpr operator!=(const QueryBuilder& q) const;
+  Ptr_CommonExpr operator<(const QueryBuilder& q) const;
+  Ptr_CommonExpr operator<=(const QueryBuilder& q) const;
+  Ptr_CommonExpr operator>(const QueryBuilder& q) const;
+  Ptr_CommonExpr operator>=(const QueryBuilder& q) const;
   Ptr_CommonExpr eq(const SQLValue& v) const;
   Ptr_CommonExpr operator!=(const col& other) const;
   Ptr_CommonExpr operator!=(const SQLValue& v) const;

@@ -71,6 +71,21 @@ Ptr_CommonExpr col::operator==(const SQLValue& v) const { return eq(v); }
 Ptr_CommonExpr col::operator==(const QueryBuilder& q) const {
   return text(col_name(), " = (", q.tosql(), ")");
 }
+Ptr_CommonExpr col::operator!=(const QueryBuilder& q) const {
+  return text(col_name(), " != (", q.tosql(), ")");
+}
+Ptr_CommonExpr col::operator<(const QueryBuilder& q) const {
+  return text(col_name(), " < (", q.tosql(), ")");
+}
+Ptr_CommonExpr col::operator<=(const QueryBuilder& q) const {
+  return text(col_name(), " <= (", q.tosql(), ")");
+}
+Ptr_CommonExpr col::operator>(const QueryBuilder& q) const {
+  return text(col_name(), " > (", q.tosql(), ")");
+}
+Ptr_CommonExpr col::operator>=(const QueryBuilder& q) const {
+  return text(col_name(), " >= (", q.tosql(), ")");
+}
 Ptr_CommonExpr col::eq(const SQLValue& v) const {
   return text(col_name(), " = ", internal::ValueText::of(v, db_type_));
 }

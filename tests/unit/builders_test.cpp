@@ -305,6 +305,34 @@ TEST(Insert, TextPerDialect) {
   vexel_test::check_texts(rows, t_ab);
 }
 
+// INSERT ... SELECT: the query takes the place of the rows.
+TEST(InsertSelect, TextPerDialect) {
+  const auto from_u = [](InsertBuilder& b) {
+    QueryBuilder q(fake(2));
+    b.SELECT(q.SELECT({col("x")}).FROM(tab("u")));
+  };
+  const vexel_test::TextRow<InsertBuilder> rows[] = {
+      {[&](InsertBuilder& b) {
+         from_u(b);
+         b.RETURNING({col("a")});
+       },
+       ms("INSERT INTO t(a,b) SELECT x FROM u RETURNING a",
+          "INSERT INTO t(a,b) OUTPUT Inserted.a SELECT x FROM u")},
+      {[&](InsertBuilder& b) {
+         from_u(b);
+         b.ON_CONFLICT({col("a")}).SET(col("b"), col("b").EXCLUDED());
+       },
+       {"INSERT INTO t(a,b) SELECT * FROM (SELECT x FROM u) WHERE true ON CONFLICT (a) DO UPDATE "
+        "SET b = EXCLUDED.b",
+        "INSERT INTO t(a,b) SELECT x FROM u ON CONFLICT (a) DO UPDATE SET b = EXCLUDED.b",
+        "MERGE INTO t USING (SELECT x FROM u) AS Excluded(a,b) ON(t.a = Excluded.a) WHEN NOT "
+        "MATCHED THEN INSERT(a,b) VALUES(Excluded.a,Excluded.b) WHEN MATCHED THEN UPDATE SET b = "
+        "EXCLUDED.b;",
+        "INSERT INTO t(a,b) SELECT x FROM u ON CONFLICT (a) DO UPDATE SET b = EXCLUDED.b"}},
+  };
+  vexel_test::check_texts(rows, t_ab);
+}
+
 void batch_k_c(UpdateBuilder& b) { b.BATCH_SET({col("c")}).BATCH_CONDITION({col("k")}); }
 
 TEST(Update, TextPerDialect) {
