@@ -47,7 +47,7 @@ class SQLDelete : public internal::WhereClause {
 
  private:
   std::string table_name_;
-  internal::ReturnedColumns returned_;
+  internal::ColumnTexts returned_;
   tessel::DBTYPE db_type_ = tessel::DB_POSTGRESQL;
   std::shared_ptr<tessel::CConnect> db_conn_;
 };

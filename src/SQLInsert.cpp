@@ -7,23 +7,6 @@
 #include "vexel/SQLExpr.h"
 
 namespace vexel {
-namespace {
-
-// Lists in insert statements are joined by a bare ",".
-void put_names(std::string& out, const std::vector<std::string>& names, const char* prefix = "") {
-  for (std::size_t i = 0; i < names.size(); ++i) {
-    if (i > 0) out += ',';
-    out.append(prefix).append(names[i]);
-  }
-}
-
-std::vector<std::string> column_texts(const std::vector<col>& cols, tessel::DBTYPE db) {
-  std::vector<std::string> out(cols.size());
-  for (std::size_t i = 0; i < cols.size(); ++i) internal::ColumnText::append(out[i], cols[i], db);
-  return out;
-}
-
-}  // namespace
 
 SQLInsert::SQLInsert(const std::shared_ptr<tessel::CConnect>& conn) : db_conn_(conn) {
   if (db_conn_) db_type_ = db_conn_->GetDBType();
@@ -59,17 +42,19 @@ void SQLInsert::SET(const col& c, tessel::DBTYPE db, const std::string& value_te
 }
 
 void SQLInsert::ON_CONFLICT(const std::vector<col>& cols, tessel::DBTYPE db) {
-  conflict_columns_ = column_texts(cols, db);
+  conflict_columns_.clear();
+  conflict_columns_.add(cols, db);
 }
 
 void SQLInsert::RETURNING(const std::vector<col>& cols, tessel::DBTYPE db) {
-  returning_columns_ = column_texts(cols, db);
+  returning_columns_.clear();
+  returning_columns_.add(cols, db);
 }
 
 std::string SQLInsert::upsert_text() const {
   std::string sql;
   sql.reserve(64 + table_name_.size() + columns_.size() + rows_.size() + where_size() +
-              32 * (conflict_columns_.size() + returning_columns_.size() + set_values_.size()));
+              conflict_columns_.size() + returning_columns_.size() + 32 * set_values_.size());
   // No blank before "(" nor after " VALUES": hosts compare the text.
   sql.append("INSERT INTO ").append(table_name_).append("(").append(columns_).append(")");
   if (select_.empty()) {
@@ -82,7 +67,7 @@ std::string SQLInsert::upsert_text() const {
   }
   if (!conflict_columns_.empty()) {
     sql += " ON CONFLICT (";
-    put_names(sql, conflict_columns_);
+    conflict_columns_.put(sql, "");
     sql += ")";
     if (set_values_.empty()) {
       sql += " DO NOTHING ";  // the trailing blank is part of the known text
@@ -98,7 +83,7 @@ std::string SQLInsert::upsert_text() const {
   put_where(sql);
   if (!returning_columns_.empty()) {
     sql += " RETURNING ";
-    put_names(sql, returning_columns_);
+    returning_columns_.put(sql, "");
   }
   return sql;
 }
@@ -106,13 +91,13 @@ std::string SQLInsert::upsert_text() const {
 std::string SQLInsert::sqlserver_text() const {
   std::string sql;
   sql.reserve(96 + 2 * (table_name_.size() + columns_.size() + rows_.size()) +
-              48 * (conflict_columns_.size() + returning_columns_.size() + set_values_.size()));
+              2 * (conflict_columns_.size() + returning_columns_.size()) + 48 * set_values_.size());
   if (conflict_columns_.empty()) {
     sql.append("INSERT INTO ").append(table_name_).append("(").append(columns_).append(")");
     // Capital "Inserted." here, "inserted." in MERGE: both are what hosts expect.
     if (!returning_columns_.empty()) {
       sql += " OUTPUT ";
-      put_names(sql, returning_columns_, "Inserted.");
+      returning_columns_.put(sql, "Inserted.");
     }
     if (select_.empty()) {
       sql.append(" VALUES ").append(rows_);
@@ -137,9 +122,10 @@ std::string SQLInsert::sqlserver_text() const {
 // returned columns.
 void SQLInsert::put_merge_tail(std::string& sql, const std::string& inserted) const {
   sql += " ON(";
-  for (std::size_t i = 0; i < conflict_columns_.size(); ++i) {
+  const std::vector<std::string>& conflict = conflict_columns_.names();
+  for (std::size_t i = 0; i < conflict.size(); ++i) {
     if (i > 0) sql += " AND ";
-    const std::string& name = conflict_columns_[i];
+    const std::string& name = conflict[i];
     sql.append(table_name_).append(".").append(name).append(" = Excluded.").append(name);
   }
   sql += ")";
@@ -155,7 +141,7 @@ void SQLInsert::put_merge_tail(std::string& sql, const std::string& inserted) co
   }
   if (!returning_columns_.empty()) {
     sql += " OUTPUT ";
-    put_names(sql, returning_columns_, "inserted.");
+    returning_columns_.put(sql, "inserted.");
   }
   sql += ";";
 }

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "internal/Execution.h"
+#include "internal/Text.h"
 #include "internal/WhereClause.h"
 #include "tessel/CConnect.h"
 #include "vexel/SQLValue.h"
@@ -67,8 +68,8 @@ class SQLInsert : public internal::WhereClause {
   std::string columns_;           // "a,b"
   std::string excluded_columns_;  // "Excluded.a,Excluded.b", for a MERGE from a query
   std::string table_name_;
-  std::vector<std::string> conflict_columns_;
-  std::vector<std::string> returning_columns_;
+  internal::ColumnTexts conflict_columns_;
+  internal::ColumnTexts returning_columns_;
   // By column text: SET targets render in that order.
   std::map<std::string, std::string> set_values_;
   std::string exclude_;

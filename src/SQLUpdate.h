@@ -81,7 +81,7 @@ class SQLUpdate : public internal::WhereClause {
   std::string case_piece() const;
 
   std::string table_name_;
-  internal::ReturnedColumns returned_;
+  internal::ColumnTexts returned_;
   std::map<std::string, std::string> set_values_;
   std::string update_column_;
   std::vector<std::string> vacuum_tables_;

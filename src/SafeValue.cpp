@@ -194,7 +194,7 @@ std::string SafeValue::GetExpr(const tessel::DBTYPE& db_type) const {
     case Kind::kRefused:
       // A NUL byte: the execution path runs no statement that holds it, and a
       // driver that reads the text as a C string stops where the value was.
-      return internal::refused_value_text() + ": " + text_ + '\0';
+      return internal::refused_value_text(text_);
     case Kind::kBool:
       // Only PostgreSQL has a boolean literal that a boolean column takes.
       if (db_type == tessel::DB_SQLITE || db_type == tessel::DB_SQLSERVER) return flag_ ? "1" : "0";

@@ -77,13 +77,10 @@ void log_failure(const ExecRequest& request, int code, const std::string& info,
 }  // namespace
 
 bool Run(tessel::CConnect& conn, const ExecRequest& request, const std::string& sql) {
-  // A statement that holds a refused value is not run; the value's text
-  // carries the reason up to its closing NUL.
-  const std::size_t refused = sql.find(refused_value_text());
-  if (refused != std::string::npos) {
-    const std::size_t from = refused + refused_value_text().size() + 2;
-    const std::size_t to = sql.find('\0', from);
-    const std::string why = from < sql.size() ? sql.substr(from, to - from) : std::string();
+  // A statement that holds a refused value is not run; its reason is
+  // logged instead.
+  std::string why;
+  if (find_refused_value(sql, why)) {
     VEXEL_LOG_AT(request.site, 5, "[%s]value refused: %s.[%s(%d)]", why.c_str());
     return false;
   }

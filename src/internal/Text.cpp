@@ -21,9 +21,24 @@ std::string join(const std::vector<col>& cols, tessel::DBTYPE db, Append append)
 
 col with_dialect(const col& c, tessel::DBTYPE db) { return col(c, db); }
 
-const std::string& refused_value_text() {
-  static const std::string text("\0refused value", 14);
+namespace {
+
+const std::string& refused_marker() {
+  static const std::string text("\0refused value: ", 16);
   return text;
+}
+
+}  // namespace
+
+std::string refused_value_text(const std::string& why) { return refused_marker() + why + '\0'; }
+
+bool find_refused_value(const std::string& sql, std::string& why) {
+  const std::size_t at = sql.find(refused_marker());
+  if (at == std::string::npos) return false;
+  const std::size_t from = at + refused_marker().size();
+  const std::size_t to = sql.find('\0', from);
+  why = sql.substr(from, to == std::string::npos ? std::string::npos : to - from);
+  return true;
 }
 
 std::string fixed_six(double value) {
@@ -58,25 +73,25 @@ std::string column_text(const col& c, tessel::DBTYPE db) {
   return out;
 }
 
-void ReturnedColumns::add(const std::vector<col>& cols, tessel::DBTYPE db) {
+void ColumnTexts::add(const std::vector<col>& cols, tessel::DBTYPE db) {
   for (const col& c : cols) {
     names_.emplace_back();
     ColumnText::append(names_.back(), c, db);
   }
 }
 
-bool ReturnedColumns::listed(const char* ref) const {
+bool ColumnTexts::listed(const char* ref) const {
   return names_.size() > 1 || (names_.size() == 1 && (*ref != '\0' || !names_[0].empty()));
 }
 
-void ReturnedColumns::put(std::string& out, const char* ref) const {
+void ColumnTexts::put(std::string& out, const char* ref) const {
   for (std::size_t i = 0; i < names_.size(); ++i) {
     if (i > 0) out += ',';
     out.append(ref).append(names_[i]);
   }
 }
 
-std::size_t ReturnedColumns::size() const {
+std::size_t ColumnTexts::size() const {
   std::size_t size = 0;
   for (const std::string& name : names_) size += name.size() + 10;
   return size;

@@ -38,10 +38,12 @@ struct ColumnText {
   }
 };
 
-// How the text of a refused SafeValue starts; ": reason" and a NUL byte
-// follow. No statement may hold a NUL byte: the execution path runs none
-// that contains it and logs the reason instead.
-const std::string& refused_value_text();
+// The text a refused SafeValue renders: a marker, the reason and a NUL
+// byte. No statement may hold a NUL byte: the execution path runs none that
+// contains a refused value and logs its reason instead.
+std::string refused_value_text(const std::string& why);
+// Whether `sql` holds a refused value, and then the reason in `why`.
+bool find_refused_value(const std::string& sql, std::string& why);
 
 // A value's text in dialect `db`: its fixed text, or the form a value made
 // from a SafeValue takes there.
@@ -53,16 +55,18 @@ struct ValueText {
       out += v.value_;
     }
   }
-  static std::string of(const SQLValue& v, tessel::DBTYPE db) {
-    return v.per_dialect_ ? v.per_dialect_->GetExpr(db) : v.value_;
-  }
+  static std::string of(const SQLValue& v, tessel::DBTYPE db) { return v.GetExpr(db); }
 };
 
-// The columns an UPDATE or DELETE returns, as text in the builder's
-// dialect, each written after an optional reference ("inserted.").
-class ReturnedColumns {
+// Columns as text in a builder's dialect, for the lists of names that
+// statements write joined by "," (conflict targets, returned columns), each
+// after an optional reference ("inserted.").
+class ColumnTexts {
  public:
   void add(const std::vector<col>& cols, tessel::DBTYPE db);
+  void clear() { names_.clear(); }
+  bool empty() const { return names_.empty(); }
+  const std::vector<std::string>& names() const { return names_; }
   // Whether the list writes any text at all: its keyword goes only then.
   bool listed(const char* ref) const;
   // The names separated by ",".

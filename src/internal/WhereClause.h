@@ -33,7 +33,7 @@ class WhereClause {
   // The condition with the returned columns around it: " OUTPUT " and the
   // list before it when `output_ref` is set (SQL Server), else " RETURNING "
   // and the list after it; no keyword for a list without text.
-  void put_where_returning(std::string& out, const ReturnedColumns& returned,
+  void put_where_returning(std::string& out, const ColumnTexts& returned,
                            const char* output_ref) const;
 
  private:

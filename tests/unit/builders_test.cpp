@@ -115,6 +115,22 @@ vexel_test::Run on(void (*build)(Builder&), bool (*form)(Builder&) = nullptr) {
   };
 }
 
+// The time-out, collation and loop forms of a query or WITH statement:
+// dedicated operations on PostgreSQL, plain queries elsewhere.
+template <typename Builder, int TimeOut>
+void check_query_forms(void (*build)(Builder&), const std::string& s, const std::string& kind) {
+  const std::string t = std::to_string(TimeOut);
+  check_routes(on<Builder>(build, [](Builder& b) { return b.ExecuteQueryUDT(TimeOut); }),
+               pg_only("ExecuteQueryUDT(" + t + ")" + s, "ExecuteQuery" + s),
+               kind + "::ExecuteQueryUDT", all("ExecuteQueryUDT failed,time_out:" + t + ", "));
+  check_routes(on<Builder>(build, [](Builder& b) { return b.ExecuteSortByCollate("C"); }),
+               pg_only("ExecuteSortByCollate(C)" + s, "ExecuteQuery" + s),
+               kind + "::ExecuteSortByCollate", all("ExecuteQueryUDT failed,collate_name:C, "));
+  check_routes(on<Builder>(build, [](Builder& b) { return b.ExecuteLoop(); }),
+               pg_only("ExecuteLoop" + s, "ExecuteQuery" + s), kind + "::ExecuteLoop",
+               all("ExecuteQueryUDT failed,"));
+}
+
 TEST(QueryAndWith, ExecutionRoutes) {
   const auto q = [](QueryBuilder& b) { b.SELECT({col("a")}).FROM(kT); };
   const std::string s = ":SELECT a FROM t";
@@ -126,15 +142,7 @@ TEST(QueryAndWith, ExecutionRoutes) {
                }),
                ms("ExecuteQueryContainView" + s + ";", "ExecuteQueryContainView" + s),
                "Query::ExecuteQueryContainView", all("ExecuteQuery failed "));
-  check_routes(on<QueryBuilder>(q, [](QueryBuilder& b) { return b.ExecuteQueryUDT(30); }),
-               pg_only("ExecuteQueryUDT(30)" + s, "ExecuteQuery" + s), "Query::ExecuteQueryUDT",
-               all("ExecuteQueryUDT failed,time_out:30, "));
-  check_routes(on<QueryBuilder>(q, [](QueryBuilder& b) { return b.ExecuteSortByCollate("C"); }),
-               pg_only("ExecuteSortByCollate(C)" + s, "ExecuteQuery" + s),
-               "Query::ExecuteSortByCollate", all("ExecuteQueryUDT failed,collate_name:C, "));
-  check_routes(on<QueryBuilder>(q, [](QueryBuilder& b) { return b.ExecuteLoop(); }),
-               pg_only("ExecuteLoop" + s, "ExecuteQuery" + s), "Query::ExecuteLoop",
-               all("ExecuteQueryUDT failed,"));
+  check_query_forms<QueryBuilder, 30>(q, s, "Query");
   // A subquery that read a public view passes the mark on; a joined public
   // view, or a set operand that read one, does not.
   auto conn = fake(2);
@@ -148,15 +156,7 @@ TEST(QueryAndWith, ExecutionRoutes) {
   const std::string ws = ":WITH  SELECT 1";
   check_routes(on<WithBuilder>(w), all("ExecuteQuery" + ws), "With::Execute",
                all("ExecuteQuery failed "));
-  check_routes(on<WithBuilder>(w, [](WithBuilder& b) { return b.ExecuteQueryUDT(9); }),
-               pg_only("ExecuteQueryUDT(9)" + ws, "ExecuteQuery" + ws), "With::ExecuteQueryUDT",
-               all("ExecuteQueryUDT failed,time_out:9, "));
-  check_routes(on<WithBuilder>(w, [](WithBuilder& b) { return b.ExecuteSortByCollate("C"); }),
-               pg_only("ExecuteSortByCollate(C)" + ws, "ExecuteQuery" + ws),
-               "With::ExecuteSortByCollate", all("ExecuteQueryUDT failed,collate_name:C, "));
-  check_routes(on<WithBuilder>(w, [](WithBuilder& b) { return b.ExecuteLoop(); }),
-               pg_only("ExecuteLoop" + ws, "ExecuteQuery" + ws), "With::ExecuteLoop",
-               all("ExecuteQueryUDT failed,"));
+  check_query_forms<WithBuilder, 9>(w, ws, "With");
 }
 
 // Texts are taken when given; a copy is independent, keeps the statement's
