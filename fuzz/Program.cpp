@@ -356,7 +356,7 @@ class Program {
   }
 
   void columns() {
-    switch (in_.pick(14)) {
+    switch (in_.pick(15)) {
       case 0:
         keep(cols_, std::make_shared<col>(a_tab().col(in_.name())));
         break;
@@ -457,10 +457,74 @@ class Program {
       case 12:
         if (weight_of(a_col()) < kMaxWeight / 2) keep(cols_, std::make_shared<col>(an_array()));
         break;
+      case 13:
+        computed();
+        break;
       default:
         over();
         break;
     }
+  }
+
+  // Computed values over any column, value or subquery, with enumerations
+  // and amounts out of range too; comparisons become conditions.
+  void computed() {
+    const col& a = a_col();
+    const col& b = a_col();
+    if (weight_of(a) + weight_of(b) > kMaxWeight / 4) return;
+    const vexel::calc x = in_.flag() ? vexel::calc(a) : vexel::calc(vexel::SafeValue(in_.text()));
+    const vexel::calc y = in_.flag() ? vexel::calc(b) : vexel::calc(a_value());
+    vexel::calc out = x;
+    switch (in_.pick(12)) {
+      case 0:
+        out = vexel::calc::arithmetic(x, static_cast<vexel::calc::Op>(in_.small()), y);
+        break;
+      case 1:
+        out = in_.flag() ? -x : vexel::calc(in_.number<int64_t>()) - y;
+        break;
+      case 2:
+        out = vexel::CAST(x, static_cast<vexel::CastType>(in_.small()));
+        break;
+      case 3:
+        out = vexel::DATE_FIELD(static_cast<vexel::DateField>(in_.small()), x);
+        break;
+      case 4:
+        out = in_.flag() ? vexel::DATE_ADD(x, in_.number<long long>(), a_unit())
+                         : vexel::TIMESTAMP_ADD(x, in_.number<long long>(), a_unit());
+        break;
+      case 5:
+        out = in_.flag() ? vexel::SUBSTRING(x, in_.number<long long>(), in_.number<long long>())
+                         : vexel::SUBSTRING(vexel::LENGTH(x), in_.number<long long>());
+        break;
+      case 6:
+        out = vexel::CONCAT({x, vexel::LOWER(y), vexel::UPPER(x), vexel::TRIM(y)});
+        break;
+      case 7:
+        out = in_.flag() ? vexel::COALESCE({x, y}) : vexel::NULLIF(x, y);
+        break;
+      case 8:
+        out = x.for_dialect(in_.dialect()) * 2.5 / y % 3;
+        break;
+      case 9: {
+        const vexel::QueryBuilder& q = a_query();
+        if (q.tosql().size() > kMaxWeight / 4) return;
+        out = vexel::calc(q) + x;
+        break;
+      }
+      case 10: {
+        const auto op = static_cast<vexel::calc::Comparison>(in_.small());
+        keep(conds_, Cond{vexel::calc::compare(x, op, y), 1, out.col_name().size() + 16});
+        return;
+      }
+      default: {
+        const vexel::QueryBuilder& q = a_query();
+        if (q.tosql().size() > kMaxWeight / 4) return;
+        const vexel::quantified any = in_.flag() ? vexel::ANY_OF(q) : vexel::ALL_OF(q);
+        keep(conds_, Cond{in_.flag() ? x > any : x != any, 1, q.tosql().size() + 32});
+        return;
+      }
+    }
+    keep(cols_, std::make_shared<vexel::calc>(out));
   }
 
   void modify(col& c) {

@@ -48,6 +48,9 @@ class VEXEL_API aggr_func : public col {
 
 VEXEL_API aggr_func AVG(const col& c);
 VEXEL_API aggr_func COUNT(const col& c);
+// "COUNT(DISTINCT x)" (DISTINCT() on a qualified column would write it
+// inside the qualifier).
+VEXEL_API aggr_func COUNT_DISTINCT(const col& c);
 VEXEL_API aggr_func MAX(const col& c);
 VEXEL_API aggr_func MIN(const col& c);
 VEXEL_API aggr_func SUM(const col& c);

@@ -160,6 +160,10 @@ class VEXEL_API col {
   Ptr_CommonExpr like(const std::string& pattern) const;
   // ILIKE on PostgreSQL, LIKE elsewhere.
   Ptr_CommonExpr ilike(const std::string& pattern) const;
+  // "c NOT LIKE 'pattern'", and NOT ILIKE on PostgreSQL (NOT LIKE
+  // elsewhere); the pattern goes in as given, like like()'s.
+  Ptr_CommonExpr not_like(const std::string& pattern) const;
+  Ptr_CommonExpr not_ilike(const std::string& pattern) const;
   Ptr_CommonExpr similar_to(const SQLValue& v) const;
   // Regular expressions: regexp is case-insensitive, regexp_cap
   // case-sensitive. On SQLite they call regexp(text, pattern, mode), which

@@ -4,27 +4,22 @@
 
 namespace vexel {
 
-LikeExpr::LikeExpr(std::string col_text, std::string pattern)
-    : col_text_(std::move(col_text)), pattern_(std::move(pattern)) {}
+LikeExpr::LikeExpr(std::string col_text, std::string pattern, bool negated)
+    : col_text_(std::move(col_text)), pattern_(std::move(pattern)), negated_(negated) {}
 
 std::string LikeExpr::GetExpr(const tessel::DBTYPE& /*db_type*/) const {
-  return col_text_ + " LIKE '" + pattern_ + "'";
+  return col_text_ + (negated_ ? " NOT LIKE '" : " LIKE '") + pattern_ + "'";
 }
 
 void LikeExpr::set_table_name(const std::string& /*table_name*/) {}
 
-ILikeExpr::ILikeExpr(std::string col_text, std::string pattern)
-    : col_text_(std::move(col_text)), pattern_(std::move(pattern)) {}
+ILikeExpr::ILikeExpr(std::string col_text, std::string pattern, bool negated)
+    : col_text_(std::move(col_text)), pattern_(std::move(pattern)), negated_(negated) {}
 
 std::string ILikeExpr::GetExpr(const tessel::DBTYPE& db_type) const {
-  switch (db_type) {
-    case tessel::DB_POSTGRESQL:
-      return col_text_ + " ILIKE '" + pattern_ + "'";
-    case tessel::DB_SQLITE:
-    case tessel::DB_SQLSERVER:
-    default:
-      return col_text_ + " LIKE '" + pattern_ + "'";
-  }
+  const char* op = negated_ ? " NOT LIKE '" : " LIKE '";
+  if (db_type == tessel::DB_POSTGRESQL) op = negated_ ? " NOT ILIKE '" : " ILIKE '";
+  return col_text_ + op + pattern_ + "'";
 }
 
 void ILikeExpr::set_table_name(const std::string& /*table_name*/) {}

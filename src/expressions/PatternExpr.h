@@ -11,28 +11,31 @@
 
 namespace vexel {
 
-// "c LIKE 'p'" in every dialect.
+// "c LIKE 'p'" in every dialect; "c NOT LIKE 'p'" when negated.
 class LikeExpr final : public CommonExpr {
  public:
-  LikeExpr(std::string col_text, std::string pattern);
+  LikeExpr(std::string col_text, std::string pattern, bool negated = false);
   std::string GetExpr(const tessel::DBTYPE& db_type) const override;
   void set_table_name(const std::string& table_name) override;
 
  private:
   std::string col_text_;
   std::string pattern_;
+  bool negated_;
 };
 
-// ILIKE on PostgreSQL only; every other dialect gets LIKE.
+// ILIKE on PostgreSQL only; every other dialect gets LIKE (NOT ILIKE and
+// NOT LIKE when negated).
 class ILikeExpr final : public CommonExpr {
  public:
-  ILikeExpr(std::string col_text, std::string pattern);
+  ILikeExpr(std::string col_text, std::string pattern, bool negated = false);
   std::string GetExpr(const tessel::DBTYPE& db_type) const override;
   void set_table_name(const std::string& table_name) override;
 
  private:
   std::string col_text_;
   std::string pattern_;
+  bool negated_;
 };
 
 // The SQLite mode argument of regexp(text, pattern, mode) equals the kind.

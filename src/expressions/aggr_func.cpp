@@ -41,6 +41,7 @@ aggr_func& aggr_func::Over(const window_option& option) {
 
 aggr_func AVG(const col& c) { return call("AVG", c); }
 aggr_func COUNT(const col& c) { return call("COUNT", c); }
+aggr_func COUNT_DISTINCT(const col& c) { return aggr_func("COUNT(DISTINCT " + c.col_name() + ")"); }
 aggr_func MAX(const col& c) { return call("MAX", c); }
 aggr_func MIN(const col& c) { return call("MIN", c); }
 aggr_func SUM(const col& c) { return call("SUM", c); }

@@ -173,6 +173,12 @@ Ptr_CommonExpr col::like(const std::string& pattern) const {
 Ptr_CommonExpr col::ilike(const std::string& pattern) const {
   return node<ILikeExpr>(col_name(), pattern);
 }
+Ptr_CommonExpr col::not_like(const std::string& pattern) const {
+  return node<LikeExpr>(col_name(), pattern, true);
+}
+Ptr_CommonExpr col::not_ilike(const std::string& pattern) const {
+  return node<ILikeExpr>(col_name(), pattern, true);
+}
 Ptr_CommonExpr col::similar_to(const SQLValue& v) const {
   return node<ColRegexpExpr>(kSimilarTo, col_name(), internal::ValueText::of(v, db_type_));
 }

@@ -584,4 +584,131 @@ TEST(ExprLog, QualifiedNameFromSignatures) {
   });
 }
 
+// Computed values over columns of the dialect under test.
+col c_(DB d, const char* name) { return schema(d).tab("t").col(name); }
+
+TEST(ExprCalc, ArithmeticKeepsPrecedence) {
+  check({
+      {[](DB d) { return (c_(d, "p") * c_(d, "q") * (1 - c_(d, "r"))).col_name(); },
+       lite_pg("t.p * t.q * (1 - t.r)", "s.t.p * s.t.q * (1 - s.t.r)")},
+      {[](DB d) { return (calc(c_(d, "a")) - (c_(d, "b") - c_(d, "c")) / -c_(d, "e")).col_name(); },
+       lite_pg("t.a - (t.b - t.c) / -t.e", "s.t.a - (s.t.b - s.t.c) / -s.t.e")},
+      // The in-place sum stays one; as an operand it is bracketed.
+      {[](DB d) { return (c_(d, "a") + c_(d, "b") * 2 % (calc(3) - -1)).col_name(); },
+       lite_pg("t.a + t.b * 2 % (3 - -1)", "s.t.a + s.t.b * 2 % (3 - -1)")},
+      {[](DB d) {
+         col a = c_(d, "a");
+         a + c_(d, "b");
+         return (2 / a).col_name() + "|" + (-calc(-1)).col_name() + "|" + a.col_name();
+       },
+       lite_pg("2 / (t.a + t.b)|-(-1)|t.a + t.b", "2 / (s.t.a + s.t.b)|-(-1)|s.t.a + s.t.b")},
+      // Literals take the dialect of the column they meet.
+      {[](DB d) {
+         return (c_(d, "f") != COALESCE({calc(true), c_(d, "g")})).GetExpr(d);
+       },
+       {"t.f != COALESCE(1, t.g)", "s.t.f != COALESCE(TRUE, s.t.g)", "s.t.f != COALESCE(1, s.t.g)",
+        "s.t.f != COALESCE(TRUE, s.t.g)"}},
+      {[](DB d) { return calc(SafeValue("é")).for_dialect(d).col_name(); },
+       {"'é'", "'é'", "N'é'", "'é'"}},
+      {[](DB d) {
+         QueryBuilder q(vexel_test::fake(d));
+         q.SELECT({MAX(c_(d, "p"))}).FROM(schema(d).tab("t"));
+         return (c_(d, "p") * 100 / calc(q)).col_name();
+       },
+       lite_pg("t.p * 100 / (SELECT MAX(t.p) FROM s.t)",
+               "s.t.p * 100 / (SELECT MAX(s.t.p) FROM s.t)")},
+  });
+}
+
+TEST(ExprCalc, StringsAndCasts) {
+  check({
+      {[](DB d) {
+         return CONCAT({c_(d, "a"), SafeValue("-"), UPPER(c_(d, "b") + 1)}).col_name();
+       },
+       {"t.a || '-' || UPPER(t.b + 1)", "s.t.a || '-' || UPPER(s.t.b + 1)",
+        "s.t.a + '-' + UPPER(s.t.b + 1)", "s.t.a || '-' || UPPER(s.t.b + 1)"}},
+      {[](DB d) { return SUBSTRING(LOWER(c_(d, "a")), 2, -1).col_name(); },
+       {"SUBSTR(LOWER(t.a), 2, 0)", "SUBSTRING(LOWER(s.t.a) FROM 2 FOR 0)",
+        "SUBSTRING(LOWER(s.t.a), 2, 0)", "SUBSTRING(LOWER(s.t.a) FROM 2 FOR 0)"}},
+      {[](DB d) { return SUBSTRING(TRIM(c_(d, "a")), 3).col_name(); },
+       {"SUBSTR(TRIM(t.a), 3)", "SUBSTRING(TRIM(s.t.a) FROM 3)",
+        "SUBSTRING(TRIM(s.t.a), 3, DATALENGTH(TRIM(s.t.a)))", "SUBSTRING(TRIM(s.t.a) FROM 3)"}},
+      {[](DB d) { return (LENGTH(c_(d, "a")) * 2).col_name(); },
+       {"LENGTH(t.a) * 2", "LENGTH(s.t.a) * 2", "LEN(s.t.a) * 2", "LENGTH(s.t.a) * 2"}},
+      {[](DB d) {
+         return NULLIF(c_(d, "a"), SafeValue("")).col_name() +
+                COUNT_DISTINCT(c_(d, "b")).col_name();
+       },
+       lite_pg("NULLIF(t.a, '')COUNT(DISTINCT t.b)", "NULLIF(s.t.a, '')COUNT(DISTINCT s.t.b)")},
+      {[](DB d) {
+         std::string out;
+         for (CastType t : {CastType::Integer, CastType::BigInt, CastType::Double, CastType::Text,
+                            CastType::Date, CastType::Timestamp, CastType::Boolean})
+           out += CAST(calc(SafeValue("1")).for_dialect(d), t).col_name() + ";";
+         return out + CAST(c_(d, "a"), static_cast<CastType>(9)).col_name();
+       },
+       {"CAST('1' AS INTEGER);CAST('1' AS INTEGER);CAST('1' AS REAL);CAST('1' AS TEXT);"
+        "date('1');datetime('1');(CAST('1' AS INTEGER) <> 0);t.a",
+        "CAST('1' AS INTEGER);CAST('1' AS BIGINT);CAST('1' AS DOUBLE PRECISION);CAST('1' AS TEXT);"
+        "CAST('1' AS DATE);CAST('1' AS TIMESTAMP);CAST('1' AS BOOLEAN);s.t.a",
+        "CAST('1' AS INT);CAST('1' AS BIGINT);CAST('1' AS FLOAT);CAST('1' AS NVARCHAR(MAX));"
+        "CAST('1' AS DATE);CAST('1' AS DATETIME2);CAST('1' AS BIT);s.t.a",
+        "CAST('1' AS INTEGER);CAST('1' AS BIGINT);CAST('1' AS DOUBLE PRECISION);CAST('1' AS TEXT);"
+        "CAST('1' AS DATE);CAST('1' AS TIMESTAMP);CAST('1' AS BOOLEAN);s.t.a"}},
+      {[](DB d) {
+         return c_(d, "a").not_like("x%").GetExpr(d) + "|" + c_(d, "a").not_ilike("x%").GetExpr(d);
+       },
+       {"t.a NOT LIKE 'x%'|t.a NOT LIKE 'x%'", "s.t.a NOT LIKE 'x%'|s.t.a NOT ILIKE 'x%'",
+        "s.t.a NOT LIKE 'x%'|s.t.a NOT LIKE 'x%'", "s.t.a NOT LIKE 'x%'|s.t.a NOT LIKE 'x%'"}},
+  });
+}
+
+TEST(ExprCalc, DatesAndQuantified) {
+  check({
+      {[](DB d) {
+         std::string out;
+         for (DateField f :
+              {DateField::Year, DateField::Second, DateField::DayOfWeek, DateField::Epoch})
+           out += DATE_FIELD(f, c_(d, "at")).col_name() + ";";
+         return out + DATE_FIELD(static_cast<DateField>(8), c_(d, "at")).col_name();
+       },
+       {"CAST(strftime('%Y', t.at) AS INTEGER);CAST(strftime('%S', t.at) AS INTEGER);"
+        "CAST(strftime('%w', t.at) AS INTEGER);CAST(strftime('%s', t.at) AS INTEGER);t.at",
+        "CAST(EXTRACT(YEAR FROM s.t.at) AS INTEGER);CAST(FLOOR(EXTRACT(SECOND FROM s.t.at)) AS "
+        "INTEGER);CAST(EXTRACT(DOW FROM s.t.at) AS INTEGER);CAST(FLOOR(EXTRACT(EPOCH FROM s.t.at)) "
+        "AS BIGINT);s.t.at",
+        "DATEPART(year, s.t.at);DATEPART(second, s.t.at);((DATEPART(weekday, s.t.at) + @@DATEFIRST "
+        "- 1) % 7);DATEDIFF_BIG(second, '1970-01-01', s.t.at);s.t.at",
+        "CAST(EXTRACT(YEAR FROM s.t.at) AS INTEGER);CAST(FLOOR(EXTRACT(SECOND FROM s.t.at)) AS "
+        "INTEGER);CAST(EXTRACT(DOW FROM s.t.at) AS INTEGER);CAST(FLOOR(EXTRACT(EPOCH FROM s.t.at)) "
+        "AS BIGINT);s.t.at"}},
+      // A window of literals waits for the column's dialect.
+      {[](DB d) {
+         calc from = CAST(SafeValue::date(1995, 1, 1), CastType::Date);
+         return (c_(d, "on") < DATE_ADD(from, -3, MONTH)).GetExpr(d) + "|" +
+                TIMESTAMP_ADD(c_(d, "at"), 2, HOUR).col_name() +
+                DATE_ADD(c_(d, "on"), 1, static_cast<TimeType>(7)).col_name();
+       },
+       {"t.on < date(date('1995-01-01'), '-3 months')|datetime(t.at, '+2 hours')t.on",
+        "s.t.on < CAST(CAST(CAST('1995-01-01' AS DATE) AS DATE) + INTERVAL '-3 month' AS DATE)|"
+        "(CAST(s.t.at AS TIMESTAMP) + INTERVAL '2 hour')s.t.on",
+        "s.t.on < CAST(DATEADD(month, -3, CAST('1995-01-01' AS DATE)) AS DATE)|"
+        "DATEADD(hour, 2, CAST(s.t.at AS DATETIME2))s.t.on",
+        "s.t.on < CAST(CAST(CAST('1995-01-01' AS DATE) AS DATE) + INTERVAL '-3 month' AS DATE)|"
+        "(CAST(s.t.at AS TIMESTAMP) + INTERVAL '2 hour')s.t.on"}},
+      // Rendered with the statement's dialect.
+      {[](DB d) {
+         QueryBuilder q(vexel_test::fake(d));
+         q.SELECT({col("v")}).FROM(tab("u"));
+         return (col("x") > ALL_OF(q)).GetExpr(d) + "|" + (col("x") != ANY_OF(q)).GetExpr(d);
+       },
+       texts(
+           "NOT EXISTS (WITH vexel_q(vexel_v) AS (SELECT v FROM u) SELECT 1 FROM vexel_q WHERE "
+           "(x > vexel_q.vexel_v) IS NOT TRUE)|EXISTS (WITH vexel_q(vexel_v) AS (SELECT v FROM u) "
+           "SELECT 1 FROM vexel_q WHERE x <> vexel_q.vexel_v)",
+           "x > ALL (SELECT v FROM u)|x <> ANY (SELECT v FROM u)",
+           "x > ALL (SELECT v FROM u)|x <> ANY (SELECT v FROM u)")},
+  });
+}
+
 }  // namespace
