@@ -130,6 +130,18 @@ TEST_P(ComputedTest, DatesAndStrings) {
       "substr(trim(note), 4) AS r FROM $.events WHERE (note NOT ILIKE "
       "'g%' AND note NOT LIKE '%x%') OR note IS NULL ORDER BY id",
       "1|ALPHA-1|Alp|7|alpha|ha; 2|BETA-2|eta|4||a; 3|||0||");
+
+  // Literals alone take the dialect they are given.
+  const auto cast = [&](const char* v, vexel::CastType type) {
+    return vexel::CAST(SafeValue(v), type).for_dialect(day.db_type());
+  };
+  vexel::QueryBuilder c(db_);
+  c.SELECT({(cast("42", vexel::CastType::Integer) + 1).AS("i"),
+            cast("9000000000", vexel::CastType::BigInt).AS("b"),
+            (cast("7", vexel::CastType::Double) / 2).AS("d"),
+            cast("1995-01-02 03:04:05", vexel::CastType::Timestamp).AS("t")});
+  Same(c, "SELECT 43 AS i, 9000000000 AS b, 3.5 AS d, '1995-01-02 03:04:05' AS t", "",
+       "43|9000000000|3.5|1995-01-02 03:04:05");
 }
 
 TEST_P(ComputedTest, AggregatesOverExpressions) {
