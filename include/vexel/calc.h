@@ -98,10 +98,10 @@ class VEXEL_API calc : public col {
   static calc make(const std::vector<Operand>& operands, Level level, Render render);
 
   /// The arithmetic operators' work: "a op b" with the brackets it needs.
-  enum Op { kAdd, kSubtract, kMultiply, kDivide, kModulo };
+  enum Op : int { kAdd, kSubtract, kMultiply, kDivide, kModulo };
   static calc arithmetic(const calc& a, Op op, const calc& b);
   /// The comparison operators' work: the finished condition "a op b".
-  enum Comparison { kEqual, kNotEqual, kLess, kLessOrEqual, kGreater, kGreaterOrEqual };
+  enum Comparison : int { kEqual, kNotEqual, kLess, kLessOrEqual, kGreater, kGreaterOrEqual };
   static Ptr_CommonExpr compare(const calc& a, Comparison op, const calc& b);
 
  private:

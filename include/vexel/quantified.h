@@ -30,7 +30,7 @@ class QueryBuilder;
 /// false).
 class VEXEL_API quantified {
  public:
-  enum Kind { kAny, kAll };
+  enum Kind : int { kAny, kAll };
   quantified(Kind kind, const QueryBuilder& subquery);
 
   Kind kind() const { return kind_; }

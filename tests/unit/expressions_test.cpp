@@ -599,9 +599,25 @@ TEST(ExprCalc, ArithmeticKeepsPrecedence) {
       {[](DB d) {
          col a = c_(d, "a");
          a + c_(d, "b");
-         return (2 / a).col_name() + "|" + (-calc(-1)).col_name() + "|" + a.col_name();
+         return (2 / a).col_name() + "|" + (-calc(-1)).col_name() + "|" + a.col_name() + "|" +
+                (calc(SQLValue("x y")) * 2).col_name() + CONCAT({}).col_name() +
+                CONCAT({a}).col_name();
        },
-       lite_pg("2 / (t.a + t.b)|-(-1)|t.a + t.b", "2 / (s.t.a + s.t.b)|-(-1)|s.t.a + s.t.b")},
+       lite_pg("2 / (t.a + t.b)|-(-1)|t.a + t.b|'x y' * 2''t.a + t.b",
+               "2 / (s.t.a + s.t.b)|-(-1)|s.t.a + s.t.b|'x y' * 2''s.t.a + s.t.b")},
+      // A chain of literals waits for a dialect up to 64 deep, then takes
+      // PostgreSQL's forms.
+      {[](DB d) {
+         const auto first = [d](const calc& w) {
+           const std::string t = (c_(d, "a") + w).col_name();
+           return t.substr(t.find("+ ") + 2, 1);
+         };
+         calc w = true;
+         for (int i = 0; i < 64; ++i) w = w * 1;
+         const std::string out = first(w);
+         return out + first(w * 1);
+       },
+       {"1T", "TT", "1T", "TT"}},
       // Literals take the dialect of the column they meet.
       {[](DB d) {
          return (c_(d, "f") != COALESCE({calc(true), c_(d, "g")})).GetExpr(d);
@@ -687,27 +703,33 @@ TEST(ExprCalc, DatesAndQuantified) {
          calc from = CAST(SafeValue::date(1995, 1, 1), CastType::Date);
          return (c_(d, "on") < DATE_ADD(from, -3, MONTH)).GetExpr(d) + "|" +
                 TIMESTAMP_ADD(c_(d, "at"), 2, HOUR).col_name() +
-                DATE_ADD(c_(d, "on"), 1, static_cast<TimeType>(7)).col_name();
+                DATE_ADD(c_(d, "on"), 1, static_cast<TimeType>(7)).col_name() + "|" +
+                DATE_ADD(c_(d, "on"), 1, YEAR).col_name();
        },
-       {"t.on < date(date('1995-01-01'), '-3 months')|datetime(t.at, '+2 hours')t.on",
+       {"t.on < date(date('1995-01-01'), '-3 months')|datetime(t.at, '+2 hours')t.on|"
+        "date(t.on, '+1 years')",
         "s.t.on < CAST(CAST(CAST('1995-01-01' AS DATE) AS DATE) + INTERVAL '-3 month' AS DATE)|"
-        "(CAST(s.t.at AS TIMESTAMP) + INTERVAL '2 hour')s.t.on",
+        "(CAST(s.t.at AS TIMESTAMP) + INTERVAL '2 hour')s.t.on|"
+        "CAST(CAST(s.t.on AS DATE) + INTERVAL '1 year' AS DATE)",
         "s.t.on < CAST(DATEADD(month, -3, CAST('1995-01-01' AS DATE)) AS DATE)|"
-        "DATEADD(hour, 2, CAST(s.t.at AS DATETIME2))s.t.on",
+        "DATEADD(hour, 2, CAST(s.t.at AS DATETIME2))s.t.on|CAST(DATEADD(year, 1, s.t.on) AS DATE)",
         "s.t.on < CAST(CAST(CAST('1995-01-01' AS DATE) AS DATE) + INTERVAL '-3 month' AS DATE)|"
-        "(CAST(s.t.at AS TIMESTAMP) + INTERVAL '2 hour')s.t.on"}},
+        "(CAST(s.t.at AS TIMESTAMP) + INTERVAL '2 hour')s.t.on|"
+        "CAST(CAST(s.t.on AS DATE) + INTERVAL '1 year' AS DATE)"}},
       // Rendered with the statement's dialect.
       {[](DB d) {
          QueryBuilder q(vexel_test::fake(d));
          q.SELECT({col("v")}).FROM(tab("u"));
-         return (col("x") > ALL_OF(q)).GetExpr(d) + "|" + (col("x") != ANY_OF(q)).GetExpr(d);
+         return (col("x") > ALL_OF(q)).GetExpr(d) + "|" + (col("x") != ANY_OF(q)).GetExpr(d) + "|" +
+                (col("x") <= ANY_OF(q)).GetExpr(d);
        },
        texts(
            "NOT EXISTS (WITH vexel_q(vexel_v) AS (SELECT v FROM u) SELECT 1 FROM vexel_q WHERE "
            "(x > vexel_q.vexel_v) IS NOT TRUE)|EXISTS (WITH vexel_q(vexel_v) AS (SELECT v FROM u) "
-           "SELECT 1 FROM vexel_q WHERE x <> vexel_q.vexel_v)",
-           "x > ALL (SELECT v FROM u)|x <> ANY (SELECT v FROM u)",
-           "x > ALL (SELECT v FROM u)|x <> ANY (SELECT v FROM u)")},
+           "SELECT 1 FROM vexel_q WHERE x <> vexel_q.vexel_v)|EXISTS (WITH vexel_q(vexel_v) AS "
+           "(SELECT v FROM u) SELECT 1 FROM vexel_q WHERE x <= vexel_q.vexel_v)",
+           "x > ALL (SELECT v FROM u)|x <> ANY (SELECT v FROM u)|x <= ANY (SELECT v FROM u)",
+           "x > ALL (SELECT v FROM u)|x <> ANY (SELECT v FROM u)|x <= ANY (SELECT v FROM u)")},
   });
 }
 
