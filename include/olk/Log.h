@@ -1,9 +1,10 @@
-// The host's log writer. The library calls it once per failure or trace
-// point; a host links either its own logging library or the default one
-// shipped in host/log, which forwards each formatted line to a sink.
-//
-// Levels: 2 trace, 3 information, 4 warning, 5 error, 6 builder without
-// connection.
+/// \file
+/// The host's log writer. The library calls it once per failure or trace
+/// point; a host links either its own logging library or the default one
+/// shipped in host/log, which forwards each formatted line to a sink.
+///
+/// Levels: 2 trace, 3 information, 4 warning, 5 error, 6 builder without
+/// connection.
 #ifndef OLK_LOG_H
 #define OLK_LOG_H
 

@@ -1,7 +1,8 @@
-// A connection that only states a dialect. A builder made over it renders
-// that dialect's text without a database: to print or log another dialect's
-// statements, or to render in a program that executes elsewhere. Its execute
-// operations fail, and the cursor is always at its end.
+/// \file
+/// A connection that only states a dialect. A builder made over it renders
+/// that dialect's text without a database: to print or log another dialect's
+/// statements, or to render in a program that executes elsewhere. Its execute
+/// operations fail, and the cursor is always at its end.
 #ifndef TESSEL_DIALECTCONNECT_H
 #define TESSEL_DIALECTCONNECT_H
 

@@ -1,7 +1,8 @@
-// A result held whole, as text: the rows of a statement that had to run to
-// its end before the connection went on (SQLite keeps the rows of an
-// earlier statement of a text when no later one returns columns), and the
-// empty result a connection starts with and a failure leaves.
+/// \file
+/// A result held whole, as text: the rows of a statement that had to run to
+/// its end before the connection went on (SQLite keeps the rows of an
+/// earlier statement of a text when no later one returns columns), and the
+/// empty result a connection starts with and a failure leaves.
 #ifndef TESSEL_RESULTROWS_H
 #define TESSEL_RESULTROWS_H
 
@@ -20,14 +21,14 @@ class ResultRows : public ResultSource {
  public:
   explicit ResultRows(std::vector<std::string> names = {}) : ResultSource(std::move(names)) {}
 
-  // One value: its text, and the number the engine kept where it had one.
+  /// One value: its text, and the number the engine kept where it had one.
   struct Value {
     ValueKind kind = ValueKind::kText;
     std::string text;
     int64_t whole = 0;
     double real = 0;
   };
-  // One row, one value per column in column order.
+  /// One row, one value per column in column order.
   void AddRow(std::vector<Value> values) { rows_.push_back(std::move(values)); }
   size_t size() const { return rows_.size(); }
 

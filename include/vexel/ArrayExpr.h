@@ -1,6 +1,7 @@
-// Array nodes that hosts hold directly: element access, "value = ANY(c)",
-// array literals for SET lists and arrays split from delimited text. Each
-// renders with the dialect it is asked for: PostgreSQL arrays, SQLite JSON.
+/// \file
+/// Array nodes that hosts hold directly: element access, "value = ANY(c)",
+/// array literals for SET lists and arrays split from delimited text. Each
+/// renders with the dialect it is asked for: PostgreSQL arrays, SQLite JSON.
 #ifndef VEXEL_ARRAYEXPR_H
 #define VEXEL_ARRAYEXPR_H
 
@@ -13,7 +14,7 @@
 
 namespace vexel {
 
-// "v = some element of the column"; built by SQLValue::operator==(const ANY&).
+/// "v = some element of the column"; built by SQLValue::operator==(const ANY&).
 class VEXEL_API ColAnyColExpr : public CommonExpr {
  public:
   ColAnyColExpr(const std::string& table_name, const std::string& value_text,
@@ -33,7 +34,7 @@ class VEXEL_API ColAnyColExpr : public CommonExpr {
   std::string column_name_;
 };
 
-// One element of an array column: "c[i]", or "c->>$.i" on SQLite.
+/// One element of an array column: "c[i]", or "c->>$.i" on SQLite.
 class VEXEL_API sub_array_col : public CommonExpr {
  public:
   sub_array_col(const std::string& column, const int& index);
@@ -51,8 +52,8 @@ class VEXEL_API sub_array_col : public CommonExpr {
   int index_;
 };
 
-// An array literal: ARRAY[...]::INTEGER[] / ::VARCHAR[], or json_array(...)
-// on SQLite. Strings are written in double quotes, never escaped.
+/// An array literal: ARRAY[...]::INTEGER[] / ::VARCHAR[], or json_array(...)
+/// on SQLite. Strings are written in double quotes, never escaped.
 class VEXEL_API ArrayValue : public CommonExpr {
  public:
   explicit ArrayValue(const std::vector<int>& values);
@@ -73,9 +74,9 @@ class VEXEL_API ArrayValue : public CommonExpr {
   std::string string_list_;
 };
 
-// An array split from delimited text: string_to_array(...) on PostgreSQL,
-// a json_array of the pieces on SQLite (integers read from each piece;
-// empty or non-numeric pieces are left out of an integer array).
+/// An array split from delimited text: string_to_array(...) on PostgreSQL,
+/// a json_array of the pieces on SQLite (integers read from each piece;
+/// empty or non-numeric pieces are left out of an integer array).
 class VEXEL_API string_to_array : public CommonExpr {
  public:
   string_to_array(const array_type& type, const std::string& text, char separator);

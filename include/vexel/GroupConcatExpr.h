@@ -1,6 +1,7 @@
-// Concatenation of a column's values over a group, joined by one separator
-// character: group_concat on SQLite, array_to_string(array_agg(...)) on
-// PostgreSQL (and SQL Server, which gets the same text).
+/// \file
+/// Concatenation of a column's values over a group, joined by one separator
+/// character: group_concat on SQLite, array_to_string(array_agg(...)) on
+/// PostgreSQL (and SQL Server, which gets the same text).
 #ifndef VEXEL_GROUPCONCATEXPR_H
 #define VEXEL_GROUPCONCATEXPR_H
 
@@ -14,7 +15,7 @@ namespace vexel {
 
 class VEXEL_API GroupConcatExpr : public CommonExpr {
  public:
-  // Takes the column's text now, with the column's own dialect.
+  /// Takes the column's text now, with the column's own dialect.
   explicit GroupConcatExpr(const col& c, char separator = ',');
   GroupConcatExpr(const GroupConcatExpr&) = default;
   GroupConcatExpr(GroupConcatExpr&&) = default;
@@ -22,7 +23,7 @@ class VEXEL_API GroupConcatExpr : public CommonExpr {
   GroupConcatExpr& operator=(GroupConcatExpr&&) = default;
   ~GroupConcatExpr() override = default;
 
-  // Replaces any earlier alias.
+  /// Replaces any earlier alias.
   GroupConcatExpr& AS(const std::string& alias);
   GroupConcatExpr& AS(const char* alias);
 
@@ -32,7 +33,7 @@ class VEXEL_API GroupConcatExpr : public CommonExpr {
  private:
   std::string alias_;
   std::string column_;
-  // Written between single quotes as it stands, without escaping.
+  /// Written between single quotes as it stands, without escaping.
   char separator_ = ',';
 };
 

@@ -1,8 +1,9 @@
-// The condition value that every predicate returns. It holds shared node
-// pointers (never deep copies) and combines conditions:
-//   AND / OR      new holder "(this AND other)", operands unchanged;
-//   AndCon / &&   append " AND " other to this holder (flat, no grouping);
-//   OrCon / |     the same with " OR ".
+/// \file
+/// The condition value that every predicate returns. It holds shared node
+/// pointers (never deep copies) and combines conditions:
+///   AND / OR      new holder "(this AND other)", operands unchanged;
+///   AndCon / &&   append " AND " other to this holder (flat, no grouping);
+///   OrCon / |     the same with " OR ".
 #ifndef VEXEL_PTR_COMMONEXPR_H
 #define VEXEL_PTR_COMMONEXPR_H
 
@@ -25,11 +26,11 @@ class VEXEL_API Ptr_CommonExpr : public CommonExpr {
   Ptr_CommonExpr(Ptr_CommonExpr&&) = default;
   Ptr_CommonExpr& operator=(const Ptr_CommonExpr&) = default;
   Ptr_CommonExpr& operator=(Ptr_CommonExpr&&) = default;
-  // Releases nested nodes one by one, so that a chain nested however deep
-  // (a loop of `w = w.AND(x)`) is destroyed without deep recursion.
+  /// Releases nested nodes one by one, so that a chain nested however deep
+  /// (a loop of `w = w.AND(x)`) is destroyed without deep recursion.
   ~Ptr_CommonExpr() override;
 
-  // A new node holding copies of this holder's four fields; never null.
+  /// A new node holding copies of this holder's four fields; never null.
   std::shared_ptr<CommonExpr> get_ptr() const;
 
   Ptr_CommonExpr AND(const Ptr_CommonExpr& other) const;
@@ -57,8 +58,8 @@ class VEXEL_API Ptr_CommonExpr : public CommonExpr {
 
   Ptr_CommonExpr combine(const Ptr_CommonExpr& other, const char* op) const;
 
-  // A finished condition kept in the holder itself instead of in a node of
-  // its own; it stands where the first operand would.
+  /// A finished condition kept in the holder itself instead of in a node of
+  /// its own; it stands where the first operand would.
   std::string text_;
   bool has_text_ = false;
   std::shared_ptr<CommonExpr> left_;

@@ -1,15 +1,18 @@
-// SELECT statements. A QueryBuilder is a facade over one implementation of
-// the connection's dialect (SQLite for 1, SQL Server for 3, PostgreSQL for 2
-// and any other code, PostgreSQL when there is no connection). Every clause
-// is rendered when it is given and returns the builder, so calls chain:
-//
-//   vexel::QueryBuilder q(conn);
-//   q.SELECT({t.col("id")}).FROM(t).WHERE(t.col("id") == 1).LIMIT(10);
-//   q.Execute();  // rows stay in the connection
-//
-// Copy construction makes an independent builder (without the connection's
-// ownership of the view flag); assignment makes both builders share one
-// statement, so a clause added through one shows in the other.
+/// \file
+/// SELECT statements. A QueryBuilder is a facade over one implementation of
+/// the connection's dialect (SQLite for 1, SQL Server for 3, PostgreSQL for 2
+/// and any other code, PostgreSQL when there is no connection). Every clause
+/// is rendered when it is given and returns the builder, so calls chain:
+///
+/// \code
+/// vexel::QueryBuilder q(conn);
+/// q.SELECT({t.col("id")}).FROM(t).WHERE(t.col("id") == 1).LIMIT(10);
+/// q.Execute();  // rows stay in the connection
+/// \endcode
+///
+/// Copy construction makes an independent builder (without the connection's
+/// ownership of the view flag); assignment makes both builders share one
+/// statement, so a clause added through one shows in the other.
 #ifndef VEXEL_QUERYBUILDER_H
 #define VEXEL_QUERYBUILDER_H
 
@@ -36,9 +39,9 @@ class VEXEL_API QueryBuilder {
   QueryBuilder& operator=(const QueryBuilder& other);
   ~QueryBuilder();
 
-  // Starts an empty statement in the connection's current dialect.
+  /// Starts an empty statement in the connection's current dialect.
   void Reset();
-  // The statement text, without a trailing ";".
+  /// The statement text, without a trailing ";".
   std::string tosql() const;
   tessel::DBTYPE db_type() const { return db_type_; }
 
@@ -60,7 +63,7 @@ class VEXEL_API QueryBuilder {
   QueryBuilder& ON(const CommonExpr& condition);
   QueryBuilder& WHERE(const CommonExpr& condition);
   QueryBuilder& HAVING(const CommonExpr& condition);
-  // Extends HAVING if set, else WHERE, else the last ON; no brackets.
+  /// Extends HAVING if set, else WHERE, else the last ON; no brackets.
   QueryBuilder& AND(const CommonExpr& condition);
   QueryBuilder& OR(const CommonExpr& condition);
   QueryBuilder& GROUP_BY(const std::vector<col>& cols);
@@ -72,8 +75,8 @@ class VEXEL_API QueryBuilder {
   QueryBuilder& EXCEPT(const QueryBuilder& other);
   QueryBuilder& INTERSECT(const QueryBuilder& other);
 
-  // Runs the statement; a builder that reads FROM a view in schema "public"
-  // uses the connection's view-aware query operation.
+  /// Runs the statement; a builder that reads FROM a view in schema "public"
+  /// uses the connection's view-aware query operation.
   bool Execute();
   bool ExecuteQueryUDT(const int& time_out);
   bool ExecuteSortByCollate(const std::string& collate_name);
@@ -83,7 +86,7 @@ class VEXEL_API QueryBuilder {
   bool get_public_view_status() const;
 
  private:
-  // "(" + sub's text + ")" [+ " AS " + alias], taking over its view flag.
+  /// "(" + sub's text + ")" [+ " AS " + alias], taking over its view flag.
   std::string subquery(const QueryBuilder& sub, const std::string& alias);
 
   bool public_view_ = false;

@@ -1,4 +1,5 @@
-// A piece of SQL text taken verbatim, whatever dialect is asked for.
+/// \file
+/// A piece of SQL text taken verbatim, whatever dialect is asked for.
 #ifndef VEXEL_SQLEXPR_H
 #define VEXEL_SQLEXPR_H
 
@@ -21,8 +22,8 @@ class VEXEL_API SQLExpr : public CommonExpr {
   SQLExpr(const SQLValue& v, const tessel::DBTYPE& db);
   SQLExpr(const CommonExpr& e, const tessel::DBTYPE& db);
   SQLExpr(const std::shared_ptr<CommonExpr>& p, const tessel::DBTYPE& db);
-  // Renders `c` with the column's own dialect; `db` is not applied (hosts
-  // rely on the schema staying in the text).
+  /// Renders `c` with the column's own dialect; `db` is not applied (hosts
+  /// rely on the schema staying in the text).
   SQLExpr(const col& c, const tessel::DBTYPE& db);
 
   SQLExpr(const SQLExpr&) = default;

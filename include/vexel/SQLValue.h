@@ -1,6 +1,7 @@
-// Literal values. The text is fixed at construction: integers in decimal,
-// floating values with six decimals, strings in single quotes. Strings are
-// not escaped: callers that need quoting pass an SQLExpr or escape first.
+/// \file
+/// Literal values. The text is fixed at construction: integers in decimal,
+/// floating values with six decimals, strings in single quotes. Strings are
+/// not escaped: callers that need quoting pass an SQLExpr or escape first.
 #ifndef VEXEL_SQLVALUE_H
 #define VEXEL_SQLVALUE_H
 
@@ -19,7 +20,7 @@ namespace internal {
 struct ValueText;
 }  // namespace internal
 
-// A function-call text taken verbatim by SQLValue.
+/// A function-call text taken verbatim by SQLValue.
 struct SQLFunc {
   std::string text;
 };
@@ -64,14 +65,14 @@ class VEXEL_API SQLValue : public CommonExpr {
   ~SQLValue() override = default;
 
   const std::string& GetValue() const { return value_; }
-  // The fixed text; a value made from a SafeValue gives its form in
-  // `db_type` instead.
+  /// The fixed text; a value made from a SafeValue gives its form in
+  /// `db_type` instead.
   std::string GetExpr(const tessel::DBTYPE& db_type) const override;
   void set_table_name(const std::string& table_name) override;
   void set_db_type(const tessel::DBTYPE& db) { db_type_ = db; }
   tessel::DBTYPE db_type() const { return db_type_; }
 
-  // "value = some element of the array column".
+  /// "value = some element of the array column".
   ColAnyColExpr operator==(const ANY& any) const;
 
  protected:
@@ -83,7 +84,7 @@ class VEXEL_API SQLValue : public CommonExpr {
 
   std::string value_;
   tessel::DBTYPE db_type_ = tessel::DB_POSTGRESQL;
-  // Set for a value made from a SafeValue, whose text depends on the dialect.
+  /// Set for a value made from a SafeValue, whose text depends on the dialect.
   std::shared_ptr<const CommonExpr> per_dialect_;
 };
 

@@ -1,7 +1,10 @@
-// Reads or sets a sequence inside another statement. The text is a
-// fragment without its verb: callers prefix "SELECT " or "UPDATE ".
-//
-//   ins.EXCLUDE(vexel::CURRVAL(seq("s.t_id_seq"), t));  // read after insert
+/// \file
+/// Reads or sets a sequence inside another statement. The text is a
+/// fragment without its verb: callers prefix "SELECT " or "UPDATE ".
+///
+/// \code
+/// ins.EXCLUDE(vexel::CURRVAL(seq("s.t_id_seq"), t));  // read after insert
+/// \endcode
 #ifndef VEXEL_SEQENCEEXPR_H
 #define VEXEL_SEQENCEEXPR_H
 
@@ -24,7 +27,7 @@ class VEXEL_API SeqenceExpr : public CommonExpr {
   SeqenceExpr& operator=(const SeqenceExpr&) = default;
   ~SeqenceExpr() override = default;
 
-  // Empty for dialects without sequences (SQL Server and unknown codes).
+  /// Empty for dialects without sequences (SQL Server and unknown codes).
   std::string GetExpr(const tessel::DBTYPE& db_type) const override;
   void set_table_name(const std::string& table_name) override { table_name_ = table_name; }
 

@@ -1,10 +1,13 @@
-// Date and time functions. Each free function returns a TimeExpr that
-// records the call and renders it with the statement's dialect: PostgreSQL
-// and SQLite have their own texts; SQL Server gets an empty text from every
-// function but CURRENT_TIMESTAMP. Arguments are inserted as given, never
-// quoted or escaped by the library.
-//
-//   q.SELECT(vexel::DATE_PART(vexel::YEAR, "2021-01-02"));
+/// \file
+/// Date and time functions. Each free function returns a TimeExpr that
+/// records the call and renders it with the statement's dialect: PostgreSQL
+/// and SQLite have their own texts; SQL Server gets an empty text from every
+/// function but CURRENT_TIMESTAMP. Arguments are inserted as given, never
+/// quoted or escaped by the library.
+///
+/// \code
+/// q.SELECT(vexel::DATE_PART(vexel::YEAR, "2021-01-02"));
+/// \endcode
 #ifndef VEXEL_TIMEEXPR_H
 #define VEXEL_TIMEEXPR_H
 
@@ -18,7 +21,7 @@
 
 namespace vexel {
 
-// Unit of DATE_PART and DATE_TRUNC; any other value renders an empty text.
+/// Unit of DATE_PART and DATE_TRUNC; any other value renders an empty text.
 enum TimeType : int32_t {
   YEAR = 1,
   MONTH = 2,
@@ -30,7 +33,7 @@ enum TimeType : int32_t {
 
 class VEXEL_API TimeExpr : public CommonExpr {
  public:
-  // Which function built the node.
+  /// Which function built the node.
   enum Kind : int32_t {
     kNow = 1,
     kCurrentTimestamp = 2,
@@ -70,28 +73,28 @@ class VEXEL_API TimeExpr : public CommonExpr {
   std::map<std::string, int> offsets_;
 };
 
-// zone 0 asks for UTC, 1 for local time; any other number for neither.
+/// zone 0 asks for UTC, 1 for local time; any other number for neither.
 VEXEL_API TimeExpr NOW(const int& zone);
 VEXEL_API TimeExpr CURRENT_TIMESTAMP(const int& zone);
 VEXEL_API TimeExpr DATE(const std::string& value);
 VEXEL_API TimeExpr TIME(const std::string& value);
-// Seconds since the epoch.
+/// Seconds since the epoch.
 VEXEL_API TimeExpr EXTRACT(const std::string& value);
 VEXEL_API TimeExpr DATE_PART(const TimeType& unit, const std::string& value);
-// `value` is not quoted: pass a column name or an already quoted literal.
+/// `value` is not quoted: pass a column name or an already quoted literal.
 VEXEL_API TimeExpr DATE_TRUNC(const TimeType& unit, const std::string& value);
-// Seconds from b to a. Columns are written inside single quotes like texts.
+/// Seconds from b to a. Columns are written inside single quotes like texts.
 VEXEL_API TimeExpr TIMEDIFF(const std::string& a, const std::string& b);
 VEXEL_API TimeExpr TIMEDIFF(const col& a, const col& b);
 VEXEL_API TimeExpr TIMEDIFF(const col& a, const std::string& b);
-// String literals would be ambiguous between the text and column forms;
-// these take them as texts.
+/// String literals would be ambiguous between the text and column forms;
+/// these take them as texts.
 VEXEL_API TimeExpr TIMEDIFF(const char* a, const char* b);
 VEXEL_API TimeExpr TIMEDIFF(const std::string& a, const char* b);
 VEXEL_API TimeExpr TIMEDIFF(const char* a, const std::string& b);
 VEXEL_API TimeExpr TIMEDIFF(const col& a, const char* b);
-// `a` moved by signed amounts per unit word ({"day", 1}, {"hour", -2}), in
-// the map's key order.
+/// `a` moved by signed amounts per unit word ({"day", 1}, {"hour", -2}), in
+/// the map's key order.
 VEXEL_API TimeExpr TIME_ALGORITHM(const std::string& a, const std::map<std::string, int>& offsets);
 VEXEL_API TimeExpr TIME_ALGORITHM(const col& a, const std::map<std::string, int>& offsets);
 VEXEL_API TimeExpr TIME_ALGORITHM(const char* a, const std::map<std::string, int>& offsets);

@@ -1,12 +1,15 @@
-// Statements with common table expressions: named sub-statements, an
-// optional RECURSIVE mark and one main statement.
-//
-//   vexel::WithBuilder w(conn);
-//   w.AS("big", big_orders).WithDo(q);  // "WITH big AS (...) SELECT ..."
-//   w.Execute();
-//
-// Every sub-statement is rendered when it is given. The three dialects
-// render the same text and differ only in how they execute it.
+/// \file
+/// Statements with common table expressions: named sub-statements, an
+/// optional RECURSIVE mark and one main statement.
+///
+/// \code
+/// vexel::WithBuilder w(conn);
+/// w.AS("big", big_orders).WithDo(q);  // "WITH big AS (...) SELECT ..."
+/// w.Execute();
+/// \endcode
+///
+/// Every sub-statement is rendered when it is given. The three dialects
+/// render the same text and differ only in how they execute it.
 #ifndef VEXEL_WITHBUILDER_H
 #define VEXEL_WITHBUILDER_H
 
@@ -26,14 +29,14 @@ class UpdateBuilder;
 
 class VEXEL_API WithBuilder {
  public:
-  // An empty connection is not logged: the builder silently takes dialect 2.
+  /// An empty connection is not logged: the builder silently takes dialect 2.
   explicit WithBuilder(const std::shared_ptr<tessel::CConnect>& conn);
-  // An independent statement on the same connection.
+  /// An independent statement on the same connection.
   WithBuilder(const WithBuilder& other);
-  // Takes over the other's statement; the other is left without one.
+  /// Takes over the other's statement; the other is left without one.
   WithBuilder(WithBuilder&& other) noexcept;
-  // Value semantics: the assigned builder gets its own copy of the
-  // statement (unlike QueryBuilder, whose assignment shares it).
+  /// Value semantics: the assigned builder gets its own copy of the
+  /// statement (unlike QueryBuilder, whose assignment shares it).
   WithBuilder& operator=(const WithBuilder& other);
   WithBuilder& operator=(WithBuilder&& other) noexcept;
   ~WithBuilder();
@@ -41,16 +44,16 @@ class VEXEL_API WithBuilder {
   void Reset();
   std::string tosql() const;
   tessel::DBTYPE db_type() const { return db_type_; }
-  // The implementation, null after a move.
+  /// The implementation, null after a move.
   SQLWith* GetImpl() const { return ptr_builder_.get(); }
 
-  // Appends (name, the builder's text); a repeated name is a further entry.
+  /// Appends (name, the builder's text); a repeated name is a further entry.
   WithBuilder& AS(const std::string& name, const QueryBuilder& statement);
   WithBuilder& AS(const std::string& name, const InsertBuilder& statement);
   WithBuilder& AS(const std::string& name, const UpdateBuilder& statement);
   WithBuilder& AS(const std::string& name, const DeleteBuilder& statement);
   WithBuilder& RECURSIVE();
-  // The main statement; a later one replaces an earlier one.
+  /// The main statement; a later one replaces an earlier one.
   WithBuilder& WithDo(const std::string& sql);
   WithBuilder& WithDo(const QueryBuilder& statement);
   WithBuilder& WithDo(const InsertBuilder& statement);

@@ -1,11 +1,14 @@
-// Aggregate and ranking functions. An aggr_func is a column whose name is
-// the whole call ("COUNT(t.c)"), so it stands wherever a column stands; the
-// text is the same in every dialect.
-//
-//   vexel::window_option w;
-//   w.partition_by = {t.col("a")};
-//   w.flags.set(vexel::window_option::kPartitionBy);
-//   q.SELECT({vexel::ROW_NUMBER().Over(w)});
+/// \file
+/// Aggregate and ranking functions. An aggr_func is a column whose name is
+/// the whole call ("COUNT(t.c)"), so it stands wherever a column stands; the
+/// text is the same in every dialect.
+///
+/// \code
+/// vexel::window_option w;
+/// w.partition_by = {t.col("a")};
+/// w.flags.set(vexel::window_option::kPartitionBy);
+/// q.SELECT({vexel::ROW_NUMBER().Over(w)});
+/// \endcode
 #ifndef VEXEL_AGGR_FUNC_H
 #define VEXEL_AGGR_FUNC_H
 
@@ -19,30 +22,30 @@
 
 namespace vexel {
 
-// The window of Over(). A list is written only when its flag is set,
-// whatever the vector holds.
+/// The window of Over(). A list is written only when its flag is set,
+/// whatever the vector holds.
 struct window_option {
   static constexpr std::size_t kPartitionBy = 0;
   static constexpr std::size_t kOrderBy = 1;
 
   std::vector<col> partition_by;
-  // Rendered through col::to_order(), so sort directions come along.
+  /// Rendered through col::to_order(), so sort directions come along.
   std::vector<col> order_by;
-  // Bit 0: PARTITION BY; bit 1: ORDER BY; bit 2 is not read.
+  /// Bit 0: PARTITION BY; bit 1: ORDER BY; bit 2 is not read.
   std::bitset<3> flags;
 };
 
 class VEXEL_API aggr_func : public col {
  public:
   aggr_func() = default;
-  // Any function text.
+  /// Any function text.
   explicit aggr_func(const std::string& text);
   aggr_func(const aggr_func&) = default;
   aggr_func(aggr_func&&) = default;
   aggr_func& operator=(const aggr_func&) = default;
   aggr_func& operator=(aggr_func&&) = default;
 
-  // Appends " OVER (...)"; each call appends another clause.
+  /// Appends " OVER (...)"; each call appends another clause.
   aggr_func& Over(const window_option& option);
 };
 

@@ -1,10 +1,13 @@
-// Columns that hold arrays: native arrays in PostgreSQL, JSON array text in
-// SQLite. The conditions render with the statement's dialect.
-//
-//   vexel::array_col tags = t.array_col("tags");
-//   q.WHERE(tags.contains({1, 2}));         // holds every listed value
-//   q.WHERE(tags.operator&({"a", "b"}));    // shares at least one value
-//   q.WHERE(vexel::SQLValue(3) == vexel::ANY(tags));
+/// \file
+/// Columns that hold arrays: native arrays in PostgreSQL, JSON array text in
+/// SQLite. The conditions render with the statement's dialect.
+///
+/// \code
+/// vexel::array_col tags = t.array_col("tags");
+/// q.WHERE(tags.contains({1, 2}));         // holds every listed value
+/// q.WHERE(tags.operator&({"a", "b"}));    // shares at least one value
+/// q.WHERE(vexel::SQLValue(3) == vexel::ANY(tags));
+/// \endcode
 #ifndef VEXEL_ARRAY_COL_H
 #define VEXEL_ARRAY_COL_H
 
@@ -19,7 +22,7 @@
 
 namespace vexel {
 
-// Element type of an array built from text (string_to_array).
+/// Element type of an array built from text (string_to_array).
 enum array_type : int32_t {
   ArrayOfInteger = 1,
   ArrayOfString = 2,
@@ -35,23 +38,23 @@ class VEXEL_API array_col : public col {
   array_col& operator=(const array_col&) = default;
   array_col& operator=(array_col&&) = default;
 
-  // The column holds every listed value.
+  /// The column holds every listed value.
   Ptr_CommonExpr contains(const std::vector<int>& values) const;
   Ptr_CommonExpr contains(const std::vector<std::string>& values) const;
-  // Braced lists would be ambiguous between the two vector forms.
+  /// Braced lists would be ambiguous between the two vector forms.
   Ptr_CommonExpr contains(std::initializer_list<int> values) const;
   Ptr_CommonExpr contains(std::initializer_list<const char*> values) const;
-  // The column shares at least one value with the list.
+  /// The column shares at least one value with the list.
   Ptr_CommonExpr operator&(const std::vector<int>& values) const;
   Ptr_CommonExpr operator&(const std::vector<std::string>& values) const;
   Ptr_CommonExpr operator&(std::initializer_list<int> values) const;
   Ptr_CommonExpr operator&(std::initializer_list<const char*> values) const;
-  // One element; the index is written as given (no shift between SQLite's
-  // zero-based path and PostgreSQL's one-based subscript).
+  /// One element; the index is written as given (no shift between SQLite's
+  /// zero-based path and PostgreSQL's one-based subscript).
   Ptr_CommonExpr operator[](const int& index) const;
 };
 
-// The right-hand side of "value = ANY(array)": SQLValue(v) == ANY(c).
+/// The right-hand side of "value = ANY(array)": SQLValue(v) == ANY(c).
 class VEXEL_API ANY {
  public:
   explicit ANY(const array_col& c);

@@ -1,5 +1,6 @@
-// A text-only condition kept beside the node tree: "a=1" | "b=2" gives
-// "(a=1 OR b=2)".
+/// \file
+/// A text-only condition kept beside the node tree: "a=1" | "b=2" gives
+/// "(a=1 OR b=2)".
 #ifndef VEXEL_EXPR_H
 #define VEXEL_EXPR_H
 

@@ -1,5 +1,6 @@
-// A function name used where a column stands ("s..f" in PostgreSQL and SQL
-// Server, "f" in SQLite).
+/// \file
+/// A function name used where a column stands ("s..f" in PostgreSQL and SQL
+/// Server, "f" in SQLite).
 #ifndef VEXEL_FUNC_H
 #define VEXEL_FUNC_H
 
@@ -14,7 +15,7 @@ class VEXEL_API func : public col {
   func();
   func(const std::string& name);
   func(const char* name);
-  // Copies everything but the EXCLUDED mark.
+  /// Copies everything but the EXCLUDED mark.
   func(const func& other);
   func& operator=(const func& other) = default;
 

@@ -1,5 +1,6 @@
-// A schema reference; makes tables, views and functions that carry its name
-// and dialect.
+/// \file
+/// A schema reference; makes tables, views and functions that carry its name
+/// and dialect.
 #ifndef VEXEL_SCH_H
 #define VEXEL_SCH_H
 

@@ -1,4 +1,5 @@
-// A sequence reference (PostgreSQL sequences; emulated on SQLite).
+/// \file
+/// A sequence reference (PostgreSQL sequences; emulated on SQLite).
 #ifndef VEXEL_SEQ_H
 #define VEXEL_SEQ_H
 

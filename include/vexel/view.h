@@ -1,5 +1,6 @@
-// A view reference. Unlike tab, set_schema_name assigns even an empty name,
-// and SQLite renders a view without its schema.
+/// \file
+/// A view reference. Unlike tab, set_schema_name assigns even an empty name,
+/// and SQLite renders a view without its schema.
 #ifndef VEXEL_VIEW_H
 #define VEXEL_VIEW_H
 
@@ -31,7 +32,7 @@ class VEXEL_API view {
 
   vexel::col col(const std::string& name) const;
   vexel::col col(const char* name) const;
-  // An array column qualified like col().
+  /// An array column qualified like col().
   vexel::array_col array_col(const std::string& name) const;
   vexel::array_col array_col(const char* name) const;
 
