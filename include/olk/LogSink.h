@@ -10,9 +10,12 @@
 
 #include "olk/Export.h"
 
+/// The default host libraries shipped with the library (logger and base helpers).
 namespace Olk {
+/// The default logger's sink: where formatted lines go.
 namespace Log {
 
+/// Receives each formatted line: its level, the module tag ("Vexel") and the text.
 using Sink = std::function<void(int level, const std::string& module, const std::string& text)>;
 
 /// Installs `sink`; an empty function restores the default sink. Returns the

@@ -9,9 +9,13 @@
 
 namespace tessel {
 
+/// Dialect codes; a builder renders for the code its connection reports.
 enum DBTYPE : int32_t {
+  /// SQLite.
   DB_SQLITE = 1,
+  /// PostgreSQL, also the default of every reference object.
   DB_POSTGRESQL = 2,
+  /// Microsoft SQL Server.
   DB_SQLSERVER = 3,
 };
 

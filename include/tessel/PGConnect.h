@@ -63,6 +63,8 @@ namespace tessel {
 
 enum class LoopEnd : int;
 
+/// A connection to a PostgreSQL server through libpq (dialect 2); see the
+/// file's description for what each operation does with its text.
 class PGConnect : public RowsConnect {
  public:
   /// Connects with a libpq connection string ("host=... dbname=...").
@@ -71,13 +73,16 @@ class PGConnect : public RowsConnect {
   PGConnect(const PGConnect&) = delete;
   PGConnect& operator=(const PGConnect&) = delete;
 
+  /// True while connected.
   bool IsOpen() const;
   /// Connects again with the same connection string.
   bool Reconnect();
   /// The code GetLastError reports for a five-character SQLSTATE.
   static int ErrorCode(const std::string& sqlstate);
 
+  /// Rows ExecuteLoop fetches per batch (default 1000).
   int LoopBatchSize() const { return loop_batch_size_; }
+  /// Sets the rows per ExecuteLoop batch (at least 1).
   void SetLoopBatchSize(int rows) { loop_batch_size_ = rows > 0 ? rows : 1; }
 
   bool ExecuteUpdate(const std::string& sql) override;

@@ -9,8 +9,11 @@
 
 namespace tessel {
 
+/// One value bound to a numbered placeholder (see vexel::Params and RowsConnect::BindNext).
 struct Param {
+  /// What the value is; the engine receives it typed.
   enum class Kind { kNull, kBool, kInteger, kReal, kText };
+  /// The value's kind.
   Kind kind = Kind::kNull;
   /// "true"/"false", the integer's digits, the double's shortest exact text,
   /// or the text itself (valid UTF-8 without NUL bytes).

@@ -19,13 +19,17 @@ namespace tessel {
 /// floating value, or text.
 enum class ValueKind { kNull, kInt, kDouble, kText };
 
+/// One result as a connection's cursor reads it; connections derive a kind
+/// per engine (a host implementing its own connection need not use it).
 class ResultSource {
  public:
   virtual ~ResultSource() = default;
   ResultSource(const ResultSource&) = delete;
   ResultSource& operator=(const ResultSource&) = delete;
 
+  /// The column names, in order.
   const std::vector<std::string>& names() const { return names_; }
+  /// Number of columns.
   int ColumnCount() const { return static_cast<int>(names_.size()); }
   /// The named column's index, -1 when there is none. Names match exactly
   /// first, then ignoring ASCII case (engines differ in how they case the
@@ -33,6 +37,7 @@ class ResultSource {
   /// per result; a row loop asking for the same names costs a comparison.
   int IndexOf(const std::string& name) const;
 
+  /// True while a current row is there.
   virtual bool AtRow() const = 0;
   /// Moves to the next row; false at the end. A source whose engine fails on
   /// the way reports that to its connection before it returns false.
@@ -42,11 +47,15 @@ class ResultSource {
   /// The current row's value. Callers check AtRow and the index first, and
   /// ask Int and Double only of a value of that kind.
   virtual ValueKind Kind(int column) const = 0;
+  ///@{
+  /// The current row's value as text; Int and Double for values of those kinds.
   virtual std::string_view Text(int column) const = 0;
   virtual int64_t Int(int /*column*/) const { return 0; }
   virtual double Double(int /*column*/) const { return 0; }
+  ///@}
 
  protected:
+  /// A result with the given column names.
   explicit ResultSource(std::vector<std::string> names) : names_(std::move(names)) {}
 
  private:

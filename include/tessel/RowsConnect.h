@@ -28,12 +28,28 @@ class Transaction;
 /// What a typed read found.
 enum class FieldRead { kValue, kNull, kError };
 
+/// Base of the shipped connections: the cursor over the last result, typed
+/// NULL-aware reads, bound parameters and the last failure.
+///
+/// \code
+/// vexel::QueryBuilder q(conn);  // conn: std::shared_ptr<tessel::SQLiteConnect>
+/// q.SELECT({vexel::col("id"), vexel::col("name")}).FROM(vexel::tab("t"));
+/// if (q.Execute()) {
+///   for (; !conn->IsEOF(); conn->MoveNext()) {
+///     int64_t id = 0;
+///     std::string name;
+///     if (conn->GetInt64("id", id) == tessel::FieldRead::kValue &&
+///         conn->GetText("name", name) != tessel::FieldRead::kError) { ... }
+///   }
+/// }
+/// \endcode
 class RowsConnect : public CConnect {
  public:
   ~RowsConnect() override;
 
   /// Column names of the last result, in order, and their number.
   const std::vector<std::string>& ColumnNames() const { return result_->names(); }
+  /// Number of columns of the last result.
   int ColumnCount() const { return result_->ColumnCount(); }
   /// The named column's index (names match as GetFieldString matches them);
   /// -1 with a logged error when the last result has no such column.
@@ -44,31 +60,53 @@ class RowsConnect : public CConnect {
   int GetLastError(std::string& error_info) override;
   int GetLastQueryError(std::string& error_info) override;
   bool MoveNext() override;
+  /// True after the last row.
   bool IsEOF() override;
   /// NULL and an unknown column read as ""; integers take the value's
   /// leading number, clamped to int (0 when it has none).
   std::string GetFieldString(const std::string& column_name) override;
+  ///@{
+  /// The value's leading integer, clamped to int (0 for NULL or none).
   int GetFieldInt(int column_index) override;
   int GetFieldInt(const std::string& column_name) override;
+  ///@}
 
+  ///@{
   /// True for a NULL in the current row (false, with the error, when there
   /// is no such field).
   bool IsNull(int column_index);
   bool IsNull(const std::string& column_name);
+  ///@}
+  ///@{
+  /// Reads the whole value as a 64-bit integer, by index or name.
+  ///
   /// The whole value as a 64-bit integer: an integer the engine keeps, or a
   /// text that is exactly one (no blanks, no fraction).
   FieldRead GetInt64(int column_index, int64_t& value);
   FieldRead GetInt64(const std::string& column_name, int64_t& value);
+  ///@}
+  ///@{
+  /// Reads the value as a double, by index or name.
+  ///
   /// The whole value as a double: a floating value or integer the engine
   /// keeps, or a decimal text (also "Infinity", "-Infinity", "NaN").
   FieldRead GetDouble(int column_index, double& value);
   FieldRead GetDouble(const std::string& column_name, double& value);
+  ///@}
+  ///@{
+  /// Reads the value as a boolean, by index or name.
+  ///
   /// Integers 0 and 1, texts "t"/"true"/"1" and "f"/"false"/"0".
   FieldRead GetBool(int column_index, bool& value);
   FieldRead GetBool(const std::string& column_name, bool& value);
+  ///@}
+  ///@{
+  /// Reads the value as text, by index or name.
+  ///
   /// The value as text, byte for byte.
   FieldRead GetText(int column_index, std::string& value);
   FieldRead GetText(const std::string& column_name, std::string& value);
+  ///@}
 
   /// Values for the numbered placeholders ($1 on PostgreSQL, ?1 on SQLite)
   /// of the next statement this connection runs for the caller: it runs with
@@ -92,7 +130,9 @@ class RowsConnect : public CConnect {
   /// Ends the current result early (releasing what the engine holds for it)
   /// and leaves an empty one.
   void clear_result();
+  /// Makes `result` the one the cursor reads.
   void set_result(std::unique_ptr<ResultSource> result) { result_ = std::move(result); }
+  /// The result the cursor reads.
   ResultSource& result() { return *result_; }
   /// The values given to BindNext, once.
   std::vector<Param> take_params() {
@@ -101,7 +141,9 @@ class RowsConnect : public CConnect {
     return taken;
   }
 
+  /// Code of the last failure.
   int last_error_code_ = 0;
+  /// Message of the last failure.
   std::string last_error_;
 
  private:

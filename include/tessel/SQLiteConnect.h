@@ -55,6 +55,16 @@ namespace tessel {
 
 class StepClock;
 
+/// A connection to an embedded SQLite database (dialect 1); see the file's
+/// description for how it runs texts and steps rows.
+///
+/// \code
+/// auto conn = std::make_shared<tessel::SQLiteConnect>(":memory:");
+/// conn->ExecuteUpdate("CREATE TABLE t (id INTEGER PRIMARY KEY, name TEXT)");
+/// vexel::InsertBuilder ins(conn);
+/// ins.INSERT_INTO(vexel::tab("t")).COLUMNS({vexel::col("name")}).VALUES({vexel::SQLValue("a")});
+/// ins.Execute();  // INSERT INTO t(name) VALUES('a')
+/// \endcode
 class SQLiteConnect : public RowsConnect {
  public:
   /// Opens (creating if needed) a database file, or ":memory:".

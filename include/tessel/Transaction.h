@@ -29,8 +29,11 @@
 
 namespace tessel {
 
+/// A scope guard for a transaction (or, nested, a savepoint) on a shipped
+/// connection; see the file's description.
 class Transaction {
  public:
+  /// Begins a transaction, or a savepoint inside an open one, on `conn`.
   explicit Transaction(RowsConnect& conn);
   ~Transaction();
   Transaction(const Transaction&) = delete;

@@ -27,26 +27,33 @@ namespace vexel {
 
 class CDBSystemInfoImp;
 
+/// Questions about the database itself, asked through the connection's
+/// cursor: schemas, tables, child tables, whether a table exists, and
+/// resetting sequences. See docs/dialect-notes.md for what each engine answers.
 class VEXEL_API CDBSystemInfo {
  public:
   /// An empty connection is logged and leaves the object without an
   /// implementation: every later call logs and returns false.
   explicit CDBSystemInfo(const std::shared_ptr<tessel::CConnect>& conn);
+  ///@{
   /// Copies and moves share the implementation.
   CDBSystemInfo(const CDBSystemInfo& other);
   CDBSystemInfo(CDBSystemInfo&& other) noexcept;
   CDBSystemInfo& operator=(const CDBSystemInfo& other);
   CDBSystemInfo& operator=(CDBSystemInfo&& other) noexcept;
+  ///@}
   ~CDBSystemInfo();
 
   /// Sets `exists` to whether `schema`.`table` is an ordinary table.
   bool IsExistsInDB(const std::string& schema, const std::string& table, bool& exists);
   /// Sets each sequence behind a column default past the column's maximum.
   bool SequenceReset();
+  /// Appends the names of the ordinary tables of `schema` to `tables`.
   bool GetAllTablesBySchema(const std::string& schema, std::vector<std::string>& tables);
   /// Tables inheriting from `parent`, given as "schema.table".
   bool GetAllChiledTableByParentTable(const std::string& parent,
                                       std::vector<std::string>& children);
+  /// Appends the schema names to `schemas` (not on SQLite: logged, false).
   bool GetAllSchemaName(std::vector<std::string>& schemas);
 
  private:

@@ -25,6 +25,11 @@ namespace internal {
 class ExprTree;
 }  // namespace internal
 
+/// An expression node: anything that renders itself per dialect (values,
+/// conditions, CASE, time and array expressions). Clauses take nodes by
+/// reference and render them at once with the builder's dialect; conditions
+/// are held as Ptr_CommonExpr, which shares nodes through std::shared_ptr.
+/// A host may derive its own node: GetExpr returns the text for a dialect.
 class VEXEL_API CommonExpr {
  public:
   /// The node's text in the given dialect.
@@ -35,14 +40,19 @@ class VEXEL_API CommonExpr {
 
  protected:
   CommonExpr() = default;
+  ///@{
+  /// Nodes are copied by derived classes only.
   CommonExpr(const CommonExpr&) = default;
   CommonExpr(CommonExpr&&) = default;
   CommonExpr& operator=(const CommonExpr&) = default;
   CommonExpr& operator=(CommonExpr&&) = default;
+  ///@}
 
   /// One step of a node's text: either a literal `text` or a child `node`.
   struct Piece {
+    /// A literal text, or null.
     const std::string* text;
+    /// A child node, or null.
     const CommonExpr* node;
   };
   /// Appends this node's text as pieces, in order, and answers true; a leaf

@@ -14,11 +14,17 @@ namespace vexel {
 
 class QueryBuilder;
 
+///@{
+/// " EXISTS (subquery)" and " NOT EXISTS (subquery)" (with a leading blank):
+/// `EXISTS(SQLExpr("SELECT 1"))` renders " EXISTS (SELECT 1)".
 VEXEL_API SQLExpr EXISTS(const SQLExpr& subquery);
 VEXEL_API SQLExpr NOT_EXISTS(const SQLExpr& subquery);
+///@}
+///@{
 /// The same over a builder's statement.
 VEXEL_API SQLExpr EXISTS(const QueryBuilder& subquery);
 VEXEL_API SQLExpr NOT_EXISTS(const QueryBuilder& subquery);
+///@}
 /// A scalar subquery for a select list: "(subquery) AS alias" (no alias: the
 /// bracketed text alone).
 VEXEL_API col scalar_subquery(const QueryBuilder& subquery, const std::string& alias);

@@ -13,19 +13,27 @@
 
 namespace vexel {
 
+/// A column's values joined into one text: PostgreSQL and SQL Server
+/// "array_to_string(array_agg(shop.items.name),',') AS names", SQLite
+/// "group_concat(items.name,',') AS names".
 class VEXEL_API GroupConcatExpr : public CommonExpr {
  public:
   /// Takes the column's text now, with the column's own dialect.
   explicit GroupConcatExpr(const col& c, char separator = ',');
+  ///@{
+  /// Plain value.
   GroupConcatExpr(const GroupConcatExpr&) = default;
   GroupConcatExpr(GroupConcatExpr&&) = default;
   GroupConcatExpr& operator=(const GroupConcatExpr&) = default;
   GroupConcatExpr& operator=(GroupConcatExpr&&) = default;
+  ///@}
   ~GroupConcatExpr() override = default;
 
+  ///@{
   /// Replaces any earlier alias.
   GroupConcatExpr& AS(const std::string& alias);
   GroupConcatExpr& AS(const char* alias);
+  ///@}
 
   std::string GetExpr(const tessel::DBTYPE& db_type) const override;
   void set_table_name(const std::string& table_name) override;

@@ -30,22 +30,44 @@ class QueryBuilder;
 class CommonExpr;
 class SQLInsert;
 
+/// An INSERT statement, with upsert, INSERT ... SELECT and RETURNING.
+///
+/// \code
+/// ins.INSERT_INTO(items).COLUMNS({col("id"), col("name")})
+///     .VALUES({SQLValue(1), SQLValue("a")})
+///     .ON_CONFLICT({col("id")}).SET(col("name"), col("name").EXCLUDED());
+/// // PostgreSQL, SQLite: "INSERT INTO shop.items(id,name) VALUES(1,'a')"
+/// //                     " ON CONFLICT (id) DO UPDATE SET name = EXCLUDED.name"
+/// // SQL Server: "MERGE INTO shop.items USING (VALUES(1,'a')) AS Excluded(id,name)"
+/// //             " ON(shop.items.id = Excluded.id) WHEN NOT MATCHED THEN INSERT(id,name)"
+/// //             " VALUES(1,'a') WHEN MATCHED THEN UPDATE SET name = EXCLUDED.name;"
+/// \endcode
+///
+/// Columns and SET targets take bare columns (`col("id")`): a table's column
+/// is written qualified ("INSERT INTO shop.items(shop.items.id)"), which
+/// engines refuse.
 class VEXEL_API InsertBuilder {
  public:
+  /// A builder in the dialect `conn` reports.
   explicit InsertBuilder(const std::shared_ptr<tessel::CConnect>& conn);
+  /// An independent copy of the statement.
   InsertBuilder(const InsertBuilder& other);
   /// Both builders then share one statement.
   InsertBuilder& operator=(const InsertBuilder& other);
   ~InsertBuilder();
 
+  /// Starts an empty statement.
   void Reset();
   /// On SQL Server, an ON_CONFLICT insert with other than one VALUES row
   /// throws the std::string "invaild param, values size = N" (the one
   /// exception of the library; callers catch that exact text).
   std::string tosql() const;
+  /// The dialect the builder renders.
   tessel::DBTYPE db_type() const { return db_type_; }
 
+  /// The table: "INSERT INTO shop.items".
   InsertBuilder& INSERT_INTO(const tab& t);
+  /// The column list "(id,name)"; give bare columns.
   InsertBuilder& COLUMNS(const std::vector<col>& cols);
   /// Each call adds one row.
   InsertBuilder& VALUES(const std::vector<SQLValue>& row);
@@ -55,19 +77,29 @@ class VEXEL_API InsertBuilder {
   /// derived table there, which its upsert needs; SQL Server's MERGE uses it
   /// as its source).
   InsertBuilder& SELECT(const QueryBuilder& rows);
+  ///@{
   /// Upsert assignments, one per column; a later SET of a column replaces it.
   InsertBuilder& SET(const col& c, const SQLValue& v);
   InsertBuilder& SET(const col& c, const col& value);
   InsertBuilder& SET(const col& c, const CommonExpr& e);
+  ///@}
+  /// Makes the insert an upsert on these key columns: " ON CONFLICT (id)"; a
+  /// MERGE on SQL Server.
   InsertBuilder& ON_CONFLICT(const std::vector<col>& cols);
+  ///@{
   /// DO NOTHING / DO UPDATE follow from whether any SET was made.
   InsertBuilder& DO_NOTHING() { return *this; }
   InsertBuilder& DO_UPDATE() { return *this; }
+  ///@}
   /// A sequence read run after the insert (PostgreSQL connections only).
   InsertBuilder& EXCLUDE(const SeqenceExpr& e);
+  ///@{
+  /// The upsert's condition (give it together with ON_CONFLICT); AND and OR
+  /// extend it without brackets.
   InsertBuilder& WHERE(const CommonExpr& condition);
   InsertBuilder& AND(const CommonExpr& condition);
   InsertBuilder& OR(const CommonExpr& condition);
+  ///@}
   /// Also makes Execute use the connection's ExecuteReturning until Reset.
   InsertBuilder& RETURNING(const std::vector<col>& cols);
 

@@ -18,6 +18,8 @@
 
 namespace vexel {
 
+/// The texts per dialect, for UpdateBuilder::SET's map form.
+///
 /// Removes the key at `target_path`.
 VEXEL_API std::map<tessel::DBTYPE, SQLValue> JSON_KEY_DELETE(const col& c,
                                                              const std::string& target_path);

@@ -28,10 +28,22 @@
 
 namespace vexel {
 
+/// Numbered placeholders whose values travel apart from the text.
+///
+/// \code
+/// vexel::Params p(conn->GetDBType());
+/// q.SELECT({t.col("id")}).FROM(t).WHERE(t.col("name") == p("x")).AND(t.col("qty") > p(3));
+/// // PostgreSQL "... WHERE t.name = $1 AND t.qty > $2", SQLite "?1", "?2",
+/// // SQL Server "@p1", "@p2"
+/// conn->BindNext(p.values());  // right before Execute
+/// q.Execute();
+/// \endcode
 class VEXEL_API Params {
  public:
+  /// Placeholders for dialect `db`.
   explicit Params(tessel::DBTYPE db);
 
+  /// Keeps `value` and returns the next placeholder ("$1", "?1" or "@p1").
   SQLValue operator()(const SafeValue& value);
   /// The values, the first for placeholder 1.
   const std::vector<tessel::Param>& values() const { return values_; }

@@ -33,11 +33,25 @@
 
 namespace vexel {
 
+/// A literal that is safe for any input: quoted and checked for the dialect
+/// that renders it, or refused.
+///
+/// \code
+/// vexel::SafeValue v("O'Brien");
+/// // PostgreSQL, SQLite: 'O''Brien'; SQL Server: 'O''Brien' (N'...' when not ASCII)
+/// vexel::SafeValue(true);     // TRUE on PostgreSQL, 1 elsewhere
+/// vexel::SafeValue(nullptr);  // NULL
+/// \endcode
+/// It stands wherever an SQLValue or a node goes. A refused value (a NUL
+/// byte, invalid UTF-8, NaN, an infinity, a date that does not exist) has
+/// ok() false; a statement holding it is never executed.
 class VEXEL_API SafeValue : public CommonExpr {
  public:
   /// NULL.
   SafeValue();
+  /// NULL.
   SafeValue(std::nullptr_t);
+  /// TRUE/FALSE on PostgreSQL, 1/0 elsewhere.
   SafeValue(bool v);
   /// Every integer type, exact.
   template <typename T,
@@ -47,9 +61,13 @@ class VEXEL_API SafeValue : public CommonExpr {
   SafeValue(T v) : SafeValue(negative(v), magnitude(v)) {}
   /// The shortest text that reads back as the same double (or float).
   SafeValue(double v);
+  /// The shortest text that reads back as the same float.
   SafeValue(float v);
+  ///@{
+  /// A text, single quotes doubled ('it''s'); N'...' on SQL Server when not ASCII.
   SafeValue(const std::string& text);
   SafeValue(const char* text);
+  ///@}
   /// A UTC timestamp, 'YYYY-MM-DD HH:MM:SS[.ffffff]'.
   SafeValue(std::chrono::system_clock::time_point at);
   /// A calendar date, 'YYYY-MM-DD'; refused when the day does not exist.
@@ -59,14 +77,18 @@ class VEXEL_API SafeValue : public CommonExpr {
   /// with col::like_escaped.
   static std::string escape_like(const std::string& text, char escape = '\\');
 
+  ///@{
+  /// Plain value.
   SafeValue(const SafeValue&) = default;
   SafeValue(SafeValue&&) = default;
   SafeValue& operator=(const SafeValue&) = default;
   SafeValue& operator=(SafeValue&&) = default;
+  ///@}
   ~SafeValue() override = default;
 
   /// False when the value was refused.
   bool ok() const { return kind_ != Kind::kRefused; }
+  /// True for NULL.
   bool is_null() const { return kind_ == Kind::kNull; }
 
   /// The literal in the given dialect (PostgreSQL's for unknown codes).

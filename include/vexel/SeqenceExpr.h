@@ -18,13 +18,19 @@
 
 namespace vexel {
 
+/// A sequence read or set (made by CURRVAL and SETVAL), for InsertBuilder::EXCLUDE.
 class VEXEL_API SeqenceExpr : public CommonExpr {
  public:
+  /// Which function made the node.
   enum Kind : int32_t { kCurrent = 1, kSet = 2 };
 
+  /// A node of `kind` for sequence `seq_name` of `table_name`.
   SeqenceExpr(Kind kind, const std::string& seq_name, const std::string& table_name, int32_t value);
+  ///@{
+  /// Plain value.
   SeqenceExpr(const SeqenceExpr&) = default;
   SeqenceExpr& operator=(const SeqenceExpr&) = default;
+  ///@}
   ~SeqenceExpr() override = default;
 
   /// Empty for dialects without sequences (SQL Server and unknown codes).
@@ -38,7 +44,11 @@ class VEXEL_API SeqenceExpr : public CommonExpr {
   int32_t value_;
 };
 
+/// The sequence's current value: PostgreSQL "last_value FROM items_id_seq",
+/// SQLite "seq FROM sqlite_sequence WHERE name = 'shop.items'", SQL Server "".
 VEXEL_API SeqenceExpr CURRVAL(const seq& s, const tab& t);
+/// Sets the sequence: PostgreSQL "setval('sq'::regclass, 5, true)", SQLite
+/// "sqlite_sequence SET seq = 5 WHERE name = 'shop.items'", SQL Server "".
 VEXEL_API SeqenceExpr SETVAL(const seq& s, const int& value, const tab& t);
 
 }  // namespace vexel

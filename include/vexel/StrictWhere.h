@@ -22,6 +22,7 @@ namespace vexel {
 /// the process (off at start); returns the previous setting. A builder is
 /// strict when this is on or its own set_strict_where(true) was called.
 VEXEL_API bool set_strict_where_default(bool strict);
+/// The process-wide setting of set_strict_where_default.
 VEXEL_API bool strict_where_default();
 
 }  // namespace vexel

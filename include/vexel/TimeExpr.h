@@ -23,18 +23,28 @@ namespace vexel {
 
 /// Unit of DATE_PART and DATE_TRUNC; any other value renders an empty text.
 enum TimeType : int32_t {
+  /// Year ('year', '%Y').
   YEAR = 1,
+  /// Month.
   MONTH = 2,
+  /// Day.
   DAY = 3,
+  /// Hour.
   HOUR = 4,
+  /// Minute.
   MINUTE = 5,
+  /// Second.
   SECOND = 6,
 };
 
+/// A date or time expression (made by NOW, DATE, DATE_PART, TIMEDIFF and the
+/// other time functions). SQL Server has no text for most of them: they
+/// render "" there, so a condition over one is empty.
 class VEXEL_API TimeExpr : public CommonExpr {
  public:
   /// Which function built the node.
   enum Kind : int32_t {
+    ///@{
     kNow = 1,
     kCurrentTimestamp = 2,
     kDate = 3,
@@ -44,16 +54,24 @@ class VEXEL_API TimeExpr : public CommonExpr {
     kTimeDiff = 7,
     kTimeAlgorithm = 8,
     kDateTrunc = 9,
+    ///@}
   };
 
+  ///@{
+  /// A node of the given function over `value`, a unit and value, two columns,
+  /// or a column and offsets; the free functions make them.
   TimeExpr(Kind kind, const std::string& value);
   TimeExpr(Kind kind, const TimeType& unit, const std::string& value);
   TimeExpr(const col& first, const col& second);
   TimeExpr(const col& first, const std::map<std::string, int>& offsets);
+  ///@}
+  ///@{
+  /// Plain value.
   TimeExpr(const TimeExpr&) = default;
   TimeExpr(TimeExpr&&) = default;
   TimeExpr& operator=(const TimeExpr&) = default;
   TimeExpr& operator=(TimeExpr&&) = default;
+  ///@}
   ~TimeExpr() override = default;
 
   std::string GetExpr(const tessel::DBTYPE& db_type) const override;
@@ -73,16 +91,35 @@ class VEXEL_API TimeExpr : public CommonExpr {
   std::map<std::string, int> offsets_;
 };
 
+/// The current time: `NOW(0)` renders PostgreSQL "now() at time zone 'UTC'",
+/// SQLite "DATETIME('now')", SQL Server "".
+///
 /// zone 0 asks for UTC, 1 for local time; any other number for neither.
 VEXEL_API TimeExpr NOW(const int& zone);
+/// `CURRENT_TIMESTAMP(0)`: "CURRENT_TIMESTAMP at time zone 'UTC'" on PostgreSQL
+/// and SQL Server, "CURRENT_TIMESTAMP" on SQLite.
 VEXEL_API TimeExpr CURRENT_TIMESTAMP(const int& zone);
+/// A date literal: PostgreSQL "date '2024-01-02'", SQLite "DATE('2024-01-02')".
 VEXEL_API TimeExpr DATE(const std::string& value);
+/// A time literal: PostgreSQL "time '10:00:00'", SQLite "TIME('10:00:00')".
 VEXEL_API TimeExpr TIME(const std::string& value);
+/// PostgreSQL "extract(epoch from timestamp without time zone '2024-01-02')",
+/// SQLite "strftime('%s','2024-01-02')".
+///
 /// Seconds since the epoch.
 VEXEL_API TimeExpr EXTRACT(const std::string& value);
+/// One part of a time: `DATE_PART(YEAR, "2024-01-02")` renders PostgreSQL
+/// "date_part('year', TIMESTAMP '2024-01-02')", SQLite "strftime('%Y', '2024-01-02')".
 VEXEL_API TimeExpr DATE_PART(const TimeType& unit, const std::string& value);
+/// `DATE_TRUNC(MONTH, "created")`: PostgreSQL "date_trunc('month', created::timestamp)",
+/// SQLite "strftime('%Y-%m-01 00:00:00', created)".
+///
 /// `value` is not quoted: pass a column name or an already quoted literal.
 VEXEL_API TimeExpr DATE_TRUNC(const TimeType& unit, const std::string& value);
+///@{
+/// PostgreSQL "EXTRACT(EPOCH FROM timestamp 'a') - EXTRACT(EPOCH FROM timestamp 'b')",
+/// SQLite "strftime('%s', 'a') - strftime('%s', 'b')".
+///
 /// Seconds from b to a. Columns are written inside single quotes like texts.
 VEXEL_API TimeExpr TIMEDIFF(const std::string& a, const std::string& b);
 VEXEL_API TimeExpr TIMEDIFF(const col& a, const col& b);
@@ -93,11 +130,18 @@ VEXEL_API TimeExpr TIMEDIFF(const char* a, const char* b);
 VEXEL_API TimeExpr TIMEDIFF(const std::string& a, const char* b);
 VEXEL_API TimeExpr TIMEDIFF(const char* a, const std::string& b);
 VEXEL_API TimeExpr TIMEDIFF(const col& a, const char* b);
+///@}
+///@{
+/// `TIME_ALGORITHM(c, {{"day", 1}, {"hour", -2}})`: PostgreSQL
+/// "timestamp 'shop.items.a' + interval '1 day'- interval '2 hour'", SQLite
+/// "datetime('shop.items.a', '+1 day', '-2 hour')".
+///
 /// `a` moved by signed amounts per unit word ({"day", 1}, {"hour", -2}), in
 /// the map's key order.
 VEXEL_API TimeExpr TIME_ALGORITHM(const std::string& a, const std::map<std::string, int>& offsets);
 VEXEL_API TimeExpr TIME_ALGORITHM(const col& a, const std::map<std::string, int>& offsets);
 VEXEL_API TimeExpr TIME_ALGORITHM(const char* a, const std::map<std::string, int>& offsets);
+///@}
 
 }  // namespace vexel
 

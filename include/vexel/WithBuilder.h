@@ -27,6 +27,20 @@ class QueryBuilder;
 class SQLWith;
 class UpdateBuilder;
 
+/// A WITH statement over other builders' statements.
+///
+/// \code
+/// big.SELECT({items.col("id")}).FROM(items).WHERE(items.col("qty") > SQLValue(5));
+/// main.SELECT({col("id")}).FROM(tab("big"));
+/// w.AS("big", big).WithDo(main);
+/// // PostgreSQL, SQL Server: "WITH big AS (SELECT shop.items.id FROM shop.items"
+/// //                         " WHERE shop.items.qty > 5) SELECT id FROM big"
+/// // SQLite: "WITH big AS (SELECT items.id FROM shop.items WHERE items.qty > 5)"
+/// //         " SELECT id FROM big"
+/// \endcode
+///
+/// RECURSIVE() makes it "WITH RECURSIVE ...". Build the inner statements in
+/// the builder's dialect.
 class VEXEL_API WithBuilder {
  public:
   /// An empty connection is not logged: the builder silently takes dialect 2.
@@ -38,32 +52,45 @@ class VEXEL_API WithBuilder {
   /// Value semantics: the assigned builder gets its own copy of the
   /// statement (unlike QueryBuilder, whose assignment shares it).
   WithBuilder& operator=(const WithBuilder& other);
+  /// Takes the other's statement over.
   WithBuilder& operator=(WithBuilder&& other) noexcept;
   ~WithBuilder();
 
+  /// Starts an empty statement.
   void Reset();
+  /// The statement text.
   std::string tosql() const;
+  /// The dialect the builder renders.
   tessel::DBTYPE db_type() const { return db_type_; }
   /// The implementation, null after a move.
   SQLWith* GetImpl() const { return ptr_builder_.get(); }
 
+  ///@{
   /// Appends (name, the builder's text); a repeated name is a further entry.
   WithBuilder& AS(const std::string& name, const QueryBuilder& statement);
   WithBuilder& AS(const std::string& name, const InsertBuilder& statement);
   WithBuilder& AS(const std::string& name, const UpdateBuilder& statement);
   WithBuilder& AS(const std::string& name, const DeleteBuilder& statement);
+  ///@}
+  /// Writes "WITH RECURSIVE".
   WithBuilder& RECURSIVE();
+  ///@{
   /// The main statement; a later one replaces an earlier one.
   WithBuilder& WithDo(const std::string& sql);
   WithBuilder& WithDo(const QueryBuilder& statement);
   WithBuilder& WithDo(const InsertBuilder& statement);
   WithBuilder& WithDo(const UpdateBuilder& statement);
   WithBuilder& WithDo(const DeleteBuilder& statement);
+  ///@}
 
+  ///@{
+  /// Runs the statement (ExecuteQuery); the other forms as QueryBuilder's.
+  /// False, with one logged line, on failure.
   bool Execute();
   bool ExecuteQueryUDT(const int& time_out);
   bool ExecuteSortByCollate(const std::string& collate_name);
   bool ExecuteLoop();
+  ///@}
 
  private:
   std::shared_ptr<SQLWith> ptr_builder_;

@@ -24,6 +24,9 @@
 
 namespace vexel {
 
+/// A name from outside made safe as one identifier: plain lower-case names as
+/// they are ("orders"), any other in double quotes on PostgreSQL and SQLite
+/// ("\"Order Lines\"") or brackets on SQL Server ("[Order Lines]").
 VEXEL_API std::string quote_name(const std::string& name, tessel::DBTYPE db);
 
 }  // namespace vexel
