@@ -4,8 +4,17 @@
 # Each ```cpp block becomes a function: its #include lines go to the top of
 # the program, the rest is the function's body. A block whose fence follows
 # a line "<!-- runnable -->" is also run by a test; the program runs the
-# block whose opening line it is given (`program 79`). #line directives make
-# a compile error point into the Markdown file.
+# block whose opening line it is given (`program 79`). A ```text block that
+# follows a runnable block with only blank lines between is what the block
+# prints; it is written to <output.cpp>_<line>.out for the test to compare.
+# #line directives make a compile error point into the Markdown file.
+macro(vexel_doc_unmask var)
+  string(REPLACE "@SEMI@" ";" ${var} "${${var}}")
+  string(REPLACE "@LB@" "[" ${var} "${${var}}")
+  string(REPLACE "@RB@" "]" ${var} "${${var}}")
+  string(REPLACE "@BS@" "\\" ${var} "${${var}}")
+endmacro()
+
 function(vexel_doc_blocks markdown output runnable_var)
   file(READ "${markdown}" text)
   # CMake lists split on ";" and treat brackets specially: mask them first.
@@ -20,24 +29,49 @@ function(vexel_doc_blocks markdown output runnable_var)
   set(dispatch "")
   set(runnable "")
   set(in_block OFF)
+  set(in_output OFF)
+  set(after_runnable "")
   set(previous "")
   set(number 0)
   foreach(line IN LISTS lines)
     math(EXPR number "${number} + 1")
-    if(NOT in_block)
+    if(in_output)
+      if(line MATCHES "^```[ \t]*$")
+        set(in_output OFF)
+        vexel_doc_unmask(expected)
+        file(WRITE "${output}_${after_runnable}.out.new" "${expected}")
+        configure_file("${output}_${after_runnable}.out.new" "${output}_${after_runnable}.out"
+                       COPYONLY)
+        set(after_runnable "")
+      else()
+        string(APPEND expected "${line}\n")
+      endif()
+    elseif(NOT in_block AND after_runnable AND line MATCHES "^```text[ \t]*$")
+      set(in_output ON)
+      set(expected "")
+    elseif(NOT in_block)
+      if(NOT line STREQUAL "")
+        set(after_runnable "")
+      endif()
       if(line MATCHES "^```cpp[ \t]*$")
         set(in_block ON)
         set(start ${number})
         math(EXPR first "${number} + 1")
         string(APPEND functions "void block_${start}() {\n#line ${first} \"${markdown}\"\n")
         string(APPEND dispatch "  if (which == ${start}) block_${start}();\n")
+        set(block_runnable OFF)
         if(previous MATCHES "^<!-- runnable -->[ \t]*$")
           list(APPEND runnable ${start})
+          set(block_runnable ON)
+          file(REMOVE "${output}_${start}.out")
         endif()
       endif()
     elseif(line MATCHES "^```[ \t]*$")
       set(in_block OFF)
       string(APPEND functions "}\n\n")
+      if(block_runnable)
+        set(after_runnable ${start})
+      endif()
     elseif(line MATCHES "^[ \t]*#include")
       string(APPEND includes "${line}\n")
       string(APPEND functions "\n")
@@ -73,10 +107,7 @@ int main(int argc, char** argv) {
 ${dispatch}  return 0;
 }
 ")
-  string(REPLACE "@SEMI@" ";" program "${program}")
-  string(REPLACE "@LB@" "[" program "${program}")
-  string(REPLACE "@RB@" "]" program "${program}")
-  string(REPLACE "@BS@" "\\" program "${program}")
+  vexel_doc_unmask(program)
   file(WRITE "${output}.new" "${program}")
   configure_file("${output}.new" "${output}" COPYONLY)
   set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${markdown}")
