@@ -37,9 +37,9 @@ class CConnect {
   /// for PostgreSQL's VACUUM, and for the catalogue's sequence reset.
   virtual bool ExecuteUpdate(const std::string& sql) = 0;
   /// Runs a query and keeps its rows for the cursor. The library calls it
-  /// for QueryBuilder and WithBuilder (the text ends in ";": "SELECT items.id
-  /// FROM items;"), for the catalogue's questions, and on SQLite for the
-  /// time-out, collation and loop forms (the text alone, no argument).
+  /// for QueryBuilder::Execute (its text ends in ";": "SELECT items.id FROM
+  /// items;"), WithBuilder::Execute, the catalogue's questions, and on SQLite
+  /// for the time-out, collation and loop forms (the text alone).
   virtual bool ExecuteQuery(const std::string& sql) = 0;
   /// Code and text of the last failure. A success need not clear them, so
   /// they mean something only right after an operation returned false. The
