@@ -1,10 +1,11 @@
 # Turns the C++ blocks of a Markdown file into one program, so the examples
 # the documents show are compiled as written.
-#   vexel_doc_blocks(<markdown> <output.cpp> <runnable-lines-variable>)
+#   vexel_doc_blocks(<markdown> <output.cpp> <runnable-lines-variable> <postgres-lines-variable>)
 # Each ```cpp block becomes a function: its #include lines go to the top of
 # the program, the rest is the function's body. A block whose fence follows
 # a line "<!-- runnable -->" is also run by a test; the program runs the
-# block whose opening line it is given (`program 79`). A ```text block that
+# block whose opening line it is given (`program 79`). "<!-- runnable:
+# postgres -->" marks a block that needs the throwaway PostgreSQL server. A ```text block that
 # follows a runnable block with only blank lines between is what the block
 # prints; it is written to <output.cpp>_<line>.out for the test to compare.
 # #line directives make a compile error point into the Markdown file.
@@ -15,7 +16,7 @@ macro(vexel_doc_unmask var)
   string(REPLACE "@BS@" "\\" ${var} "${${var}}")
 endmacro()
 
-function(vexel_doc_blocks markdown output runnable_var)
+function(vexel_doc_blocks markdown output runnable_var postgres_var)
   file(READ "${markdown}" text)
   # CMake lists split on ";" and treat brackets specially: mask them first.
   string(REPLACE ";" "@SEMI@" text "${text}")
@@ -28,6 +29,7 @@ function(vexel_doc_blocks markdown output runnable_var)
   set(functions "")
   set(dispatch "")
   set(runnable "")
+  set(postgres "")
   set(in_block OFF)
   set(in_output OFF)
   set(after_runnable "")
@@ -60,8 +62,12 @@ function(vexel_doc_blocks markdown output runnable_var)
         string(APPEND functions "void block_${start}() {\n#line ${first} \"${markdown}\"\n")
         string(APPEND dispatch "  if (which == ${start}) block_${start}();\n")
         set(block_runnable OFF)
-        if(previous MATCHES "^<!-- runnable -->[ \t]*$")
-          list(APPEND runnable ${start})
+        if(previous MATCHES "^<!-- runnable(: postgres)? -->[ \t]*$")
+          if(CMAKE_MATCH_1)
+            list(APPEND postgres ${start})
+          else()
+            list(APPEND runnable ${start})
+          endif()
           set(block_runnable ON)
           file(REMOVE "${output}_${start}.out")
         endif()
@@ -112,4 +118,5 @@ ${dispatch}  return 0;
   configure_file("${output}.new" "${output}" COPYONLY)
   set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${markdown}")
   set(${runnable_var} ${runnable} PARENT_SCOPE)
+  set(${postgres_var} ${postgres} PARENT_SCOPE)
 endfunction()
