@@ -78,32 +78,26 @@ class RowsConnect : public CConnect {
   bool IsNull(const std::string& column_name);
   ///@}
   ///@{
-  /// Reads the whole value as a 64-bit integer, by index or name.
-  ///
-  /// The whole value as a 64-bit integer: an integer the engine keeps, or a
-  /// text that is exactly one (no blanks, no fraction).
+  /// The whole value as a 64-bit integer, by index or name: an integer the
+  /// engine keeps, or a text that is exactly one (no blanks, no fraction).
   FieldRead GetInt64(int column_index, int64_t& value);
   FieldRead GetInt64(const std::string& column_name, int64_t& value);
   ///@}
   ///@{
-  /// Reads the value as a double, by index or name.
-  ///
-  /// The whole value as a double: a floating value or integer the engine
-  /// keeps, or a decimal text (also "Infinity", "-Infinity", "NaN").
+  /// The whole value as a double, by index or name: a floating value or
+  /// integer the engine keeps, or a decimal text (also "Infinity",
+  /// "-Infinity", "NaN").
   FieldRead GetDouble(int column_index, double& value);
   FieldRead GetDouble(const std::string& column_name, double& value);
   ///@}
   ///@{
-  /// Reads the value as a boolean, by index or name.
-  ///
-  /// Integers 0 and 1, texts "t"/"true"/"1" and "f"/"false"/"0".
+  /// The value as a boolean, by index or name: integers 0 and 1, texts
+  /// "t"/"true"/"1" and "f"/"false"/"0".
   FieldRead GetBool(int column_index, bool& value);
   FieldRead GetBool(const std::string& column_name, bool& value);
   ///@}
   ///@{
-  /// Reads the value as text, by index or name.
-  ///
-  /// The value as text, byte for byte.
+  /// The value as text, byte for byte, by index or name.
   FieldRead GetText(int column_index, std::string& value);
   FieldRead GetText(const std::string& column_name, std::string& value);
   ///@}

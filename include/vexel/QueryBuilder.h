@@ -104,11 +104,10 @@ class VEXEL_API QueryBuilder {
   /// The HAVING condition: `HAVING(vexel::SUM(o.col("qty")) > vexel::SQLValue(5))`.
   QueryBuilder& HAVING(const CommonExpr& condition);
   ///@{
-  /// Flat: `WHERE(a).OR(b).AND(c)` renders "WHERE a OR b AND c", which SQL reads
+  /// Extends HAVING if set, else WHERE, else the last ON; no brackets.
+  /// `WHERE(a).OR(b).AND(c)` renders "WHERE a OR b AND c", which SQL reads
   /// as a OR (b AND c). For (a OR b) AND c pass one condition:
   /// `WHERE((a).OR(b).AND(c))`.
-  ///
-  /// Extends HAVING if set, else WHERE, else the last ON; no brackets.
   QueryBuilder& AND(const CommonExpr& condition);
   QueryBuilder& OR(const CommonExpr& condition);
   ///@}

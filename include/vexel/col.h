@@ -104,10 +104,9 @@ class VEXEL_API col {
   /// Orders columns by their rendered text, so a col can key a std::map.
   bool operator<(const col& other) const;
 
+  // Modifiers.
   ///@{
   /// Appends " AS alias" to this column, in place: `c.AS("q")` renders "shop.items.qty AS q".
-  ///
-  /// Modifiers.
   col& AS(const std::string& alias);
   col& AS(const char* alias);
   ///@}
@@ -141,14 +140,14 @@ class VEXEL_API col {
   /// col_name() followed by the ordering suffix, if any.
   std::string to_order() const;
 
+  // Conditions. The column text is taken when the condition is built, with
+  // the column's own dialect; operands are inserted as given, never escaped.
+  // Comparisons, IN, BETWEEN and NULL tests are finished text at once.
   ///@{
   /// Equality with a number, a text (quoted as given, not escaped), another
   /// column, a value or a node: `c == 5` renders "shop.items.qty = 5",
-  /// `c == "a"` renders "shop.items.qty = 'a'".
-  ///
-  /// Conditions. The column text is taken when the condition is built, with
-  /// the column's own dialect; operands are inserted as given, never escaped.
-  /// Comparisons, IN, BETWEEN and NULL tests are finished text at once.
+  /// `c == "a"` renders "shop.items.qty = 'a'". Like every condition, it takes
+  /// the column's text now, in the column's own dialect.
   Ptr_CommonExpr operator==(const short& v) const;
   Ptr_CommonExpr operator==(const unsigned short& v) const;
   Ptr_CommonExpr operator==(const int& v) const;
@@ -165,13 +164,9 @@ class VEXEL_API col {
   Ptr_CommonExpr operator==(const SQLValue& v) const;
   ///@}
   /// Comparison with a scalar subquery: "shop.items.qty = (SELECT ...)".
-  ///
-  /// "c = (subquery)".
   Ptr_CommonExpr operator==(const QueryBuilder& q) const;
   ///@{
-  /// Comparisons with a scalar subquery: "c != (SELECT ...)", "<", "<=", ">", ">=".
-  ///
-  /// The other comparisons with a scalar subquery: "c != (subquery)", and
+  /// The other comparisons with a scalar subquery: "c != (SELECT ...)", and
   /// "<", "<=", ">", ">=" the same way.
   Ptr_CommonExpr operator!=(const QueryBuilder& q) const;
   Ptr_CommonExpr operator<(const QueryBuilder& q) const;
@@ -189,9 +184,9 @@ class VEXEL_API col {
   Ptr_CommonExpr neq(const SQLValue& v) const;
   ///@}
   ///@{
-  /// Ordered comparisons: "c < v", "c <= v", "c > v", "c >= v" with a value or a column.
-  ///
-  /// operator<(const col&) orders columns; the comparison with a column is lt.
+  /// Ordered comparisons: "c < v", "c <= v", "c > v", "c >= v" with a value or
+  /// a column. operator<(const col&) orders columns; the comparison with a
+  /// column is lt.
   Ptr_CommonExpr operator<(const SQLValue& v) const;
   Ptr_CommonExpr lt(const SQLValue& v) const;
   Ptr_CommonExpr lt(const col& other) const;
@@ -211,9 +206,8 @@ class VEXEL_API col {
   ///@{
   /// IN lists: `c.in({1, 2})` renders "shop.items.qty IN (1,2)",
   /// `c.in({"x", "y"})` "shop.items.qty IN ('x','y')" (items quoted, not escaped),
-  /// `c.in("1,2")` takes the text as it stands, and `c.in(q)` a subquery.
-  ///
-  /// `list` is taken verbatim: "c IN (" + list + ")".
+  /// `c.in("1,2")` takes the text as it stands ("c IN (" + list + ")"), and
+  /// `c.in(q)` a subquery.
   Ptr_CommonExpr in(const std::string& list) const;
   Ptr_CommonExpr in(const std::vector<int>& values) const;
   /// Each item in single quotes.
@@ -241,48 +235,40 @@ class VEXEL_API col {
   Ptr_CommonExpr is_not_null() const;
   ///@}
   ///@{
-  /// Safe lists and patterns: `c.in_values({vexel::SafeValue(1), vexel::SafeValue("x")})`
-  /// renders "shop.items.qty IN (1,'x')"; an empty in_values renders "1 = 0"
-  /// and an empty not_in_values "1 = 1".
-  ///
   /// Lists and patterns of safe values, each written as SafeValue writes it
   /// in the column's dialect: "c IN ('a','b''s')", "c NOT IN (...)", and
-  /// "c LIKE 'pattern' ESCAPE '\'" (see SafeValue::escape_like). An empty
-  /// list renders "c IN (NULL)", which matches no row.
+  /// "c LIKE 'pattern' ESCAPE '\'" (see SafeValue::escape_like):
+  /// `c.in_values({vexel::SafeValue(1), vexel::SafeValue("x")})` renders
+  /// "shop.items.qty IN (1,'x')". An empty in_values renders "1 = 0", which
+  /// matches no row, and an empty not_in_values "1 = 1".
   Ptr_CommonExpr in_values(const std::vector<SafeValue>& values) const;
   Ptr_CommonExpr not_in_values(const std::vector<SafeValue>& values) const;
   Ptr_CommonExpr like_escaped(const SafeValue& pattern, char escape = '\\') const;
   ///@}
 
+  // Conditions rendered with the statement's dialect.
   /// "c LIKE 'pattern'" (the pattern as given, not escaped).
-  ///
-  /// Conditions rendered with the statement's dialect.
   Ptr_CommonExpr like(const std::string& pattern) const;
-  /// Case-insensitive LIKE: PostgreSQL "shop.items.name ILIKE 'a%'", SQL Server
-  /// and SQLite "... LIKE 'a%'".
-  ///
-  /// ILIKE on PostgreSQL, LIKE elsewhere.
+  /// Case-insensitive LIKE: ILIKE on PostgreSQL ("shop.items.name ILIKE 'a%'"),
+  /// LIKE elsewhere ("... LIKE 'a%'").
   Ptr_CommonExpr ilike(const std::string& pattern) const;
   /// PostgreSQL and SQL Server "c SIMILAR TO 'x%'", SQLite "c LIKE  'x%'".
   Ptr_CommonExpr similar_to(const SQLValue& v) const;
   ///@{
-  /// Regular expressions. PostgreSQL and SQL Server write the operators
-  /// `~*`, `~`, `!~*`, `!~` ("shop.items.name ~* '^a'"); SQLite calls
-  /// "regexp(items.name , '^a',0)" with mode 0 to 3 in the order regexp,
-  /// regexp_cap, not_regexp, not_regexp_cap.
-  ///
   /// Regular expressions: regexp is case-insensitive, regexp_cap
-  /// case-sensitive. On SQLite they call regexp(text, pattern, mode), which
-  /// the host registers on its connections.
+  /// case-sensitive. PostgreSQL and SQL Server write the operators `~*`,
+  /// `~`, `!~*`, `!~` ("shop.items.name ~* '^a'"). On SQLite they call
+  /// regexp(text, pattern, mode), which the host registers on its
+  /// connections: "regexp(items.name , '^a',0)", mode 0 to 3 in the order
+  /// regexp, regexp_cap, not_regexp, not_regexp_cap.
   Ptr_CommonExpr regexp(const std::string& pattern) const;
   Ptr_CommonExpr regexp_cap(const std::string& pattern) const;
   Ptr_CommonExpr not_regexp(const std::string& pattern) const;
   Ptr_CommonExpr not_regexp_cap(const std::string& pattern) const;
   ///@}
-  /// Full-text match on the bare column: PostgreSQL "a @@ to_tsquery('cat dog')",
-  /// SQL Server and SQLite "a LIKE '%cat dog%'".
-  ///
-  /// Uses the bare column name, without schema or table.
+  /// Full-text match on the bare column name, without schema or table:
+  /// PostgreSQL "a @@ to_tsquery('cat dog')", SQL Server and SQLite
+  /// "a LIKE '%cat dog%'".
   Ptr_CommonExpr full_text_search(const std::string& words) const;
   ///@{
   /// Bitwise exclusive or: PostgreSQL "shop.items.a # 3", SQL Server
@@ -292,12 +278,10 @@ class VEXEL_API col {
   ///@}
 
   ///@{
-  /// Bit-string operations: PostgreSQL and SQL Server "c & B'0101'", "|", "#",
-  /// "~c", "c << 2", "c >> 2"; SQLite "str_bit_and(items.c,'0101')" and the
-  /// other str_bit_* functions.
-  ///
   /// Bit-string values ('0'/'1' text): PostgreSQL bit operators, or on SQLite
-  /// the str_bit_* functions the host registers.
+  /// the str_bit_* functions the host registers. PostgreSQL and SQL Server
+  /// "c & B'0101'", "|", "#", "~c", "c << 2", "c >> 2"; SQLite
+  /// "str_bit_and(items.c,'0101')" and the other str_bit_* functions.
   Ptr_CommonExpr str_bit_and(const std::string& bits) const;
   Ptr_CommonExpr str_bit_or(const std::string& bits) const;
   Ptr_CommonExpr str_bit_xor(const std::string& bits) const;
@@ -307,17 +291,11 @@ class VEXEL_API col {
   ///@}
 
  protected:
-  /// For derived columns: the qualified text of a plain column.
-  ///
-  /// Qualified text for a column whose type is not a function.
+  /// For derived columns: the qualified text of a column whose type is not a function.
   std::string plain_text(bool drop_schema) const;
   /// For derived columns: the text of a function copied into a plain column.
-  ///
-  /// Text of a function copied into a plain column.
   std::string function_text(tessel::DBTYPE db) const;
-  /// For derived columns: appends the text a plain col renders.
-  ///
-  /// Appends the text a plain col renders: a function's as in dialect `db`,
+  /// For derived columns: appends the text a plain col renders: a function's as in dialect `db`,
   /// a plain column's without its schema when `drop_schema`.
   void append_text(std::string& out, tessel::DBTYPE db, bool drop_schema) const;
 
