@@ -66,8 +66,9 @@ VEXEL_API aggr_func MAX(const col& c);
 VEXEL_API aggr_func MIN(const col& c);
 VEXEL_API aggr_func SUM(const col& c);
 ///@}
-///@{
-/// Window functions "RANK()" and "ROW_NUMBER()", for Over():
+/// The window function "RANK()", for Over().
+VEXEL_API aggr_func RANK();
+/// The window function "ROW_NUMBER()", for Over():
 /// \code
 /// vexel::window_option w;
 /// w.partition_by = {items.col("cat")};
@@ -76,9 +77,7 @@ VEXEL_API aggr_func SUM(const col& c);
 /// vexel::ROW_NUMBER().Over(w).col_name();
 /// // "ROW_NUMBER() OVER (PARTITION BY  shop.items.cat ORDER BY  shop.items.qty DESC )"
 /// \endcode
-VEXEL_API aggr_func RANK();
 VEXEL_API aggr_func ROW_NUMBER();
-///@}
 
 }  // namespace vexel
 

@@ -277,18 +277,21 @@ class VEXEL_API col {
   Ptr_CommonExpr XOR(const SQLExpr& e) const;
   ///@}
 
-  ///@{
   /// Bit-string values ('0'/'1' text): PostgreSQL bit operators, or on SQLite
-  /// the str_bit_* functions the host registers. PostgreSQL and SQL Server
-  /// "c & B'0101'", "|", "#", "~c", "c << 2", "c >> 2"; SQLite
-  /// "str_bit_and(items.c,'0101')" and the other str_bit_* functions.
+  /// the str_bit_* functions the host registers. `c.str_bit_and("0101")`
+  /// renders "c & B'0101'" on PostgreSQL and SQL Server, and
+  /// "str_bit_and(items.c,'0101')" on SQLite.
   Ptr_CommonExpr str_bit_and(const std::string& bits) const;
+  /// "c | B'01'"; SQLite "str_bit_or(items.c,'01')".
   Ptr_CommonExpr str_bit_or(const std::string& bits) const;
+  /// "c # B'01'"; SQLite "str_bit_xor(items.c,'01')".
   Ptr_CommonExpr str_bit_xor(const std::string& bits) const;
+  /// "~c"; SQLite "str_bit_not(items.c)".
   Ptr_CommonExpr str_bit_not() const;
+  /// "c << 2"; SQLite "str_bit_shift_left(items.c,2)".
   Ptr_CommonExpr str_bit_shift_left(int n) const;
+  /// "c >> 2"; SQLite "str_bit_shift_right(items.c,2)".
   Ptr_CommonExpr str_bit_shift_right(int n) const;
-  ///@}
 
  protected:
   /// For derived columns: the qualified text of a column whose type is not a function.
