@@ -65,6 +65,8 @@ class VEXEL_API DeleteBuilder {
   DeleteBuilder& OR(const CommonExpr& condition);
   ///@}
   /// Accumulates; also makes Execute use the connection's ExecuteReturning.
+  /// PostgreSQL and SQLite "... RETURNING id", SQL Server
+  /// "DELETE FROM t OUTPUT deleted.id WHERE ...".
   DeleteBuilder& RETURNING(const std::vector<col>& cols);
 
   /// Strict mode for this builder (see vexel/StrictWhere.h): Execute refuses

@@ -69,7 +69,8 @@ class VEXEL_API InsertBuilder {
   InsertBuilder& INSERT_INTO(const tab& t);
   /// The column list "(id,name)"; give bare columns.
   InsertBuilder& COLUMNS(const std::vector<col>& cols);
-  /// Each call adds one row.
+  /// Each call adds one row: PostgreSQL and SQLite "VALUES(1,'a'),(2,'b')",
+  /// SQL Server "VALUES (1,'a'),(2,'b')".
   InsertBuilder& VALUES(const std::vector<SQLValue>& row);
   /// INSERT ... SELECT: the rows come from `rows`, which takes the place of
   /// the VALUES rows: "INSERT INTO t(a,b) SELECT ...". ON_CONFLICT, SET and
@@ -101,6 +102,8 @@ class VEXEL_API InsertBuilder {
   InsertBuilder& OR(const CommonExpr& condition);
   ///@}
   /// Also makes Execute use the connection's ExecuteReturning until Reset.
+  /// PostgreSQL and SQLite "... RETURNING id"; SQL Server
+  /// "INSERT INTO items(name) OUTPUT Inserted.id VALUES ('a')".
   InsertBuilder& RETURNING(const std::vector<col>& cols);
 
   /// Lets the exception of tosql through, before anything runs.

@@ -18,14 +18,20 @@
 
 namespace vexel {
 
-/// The texts per dialect, for UpdateBuilder::SET's map form.
-///
-/// Removes the key at `target_path`.
+/// Removes the key at `target_path`: `JSON_KEY_DELETE(t.col("doc"), "'{a,b}'")`
+/// gives PostgreSQL "t.doc::jsonb #- '{a,b}'" and SQLite
+/// "json_remove( t.doc,'$.a.b')", for `UpdateBuilder::SET(col("doc"), map)`.
 VEXEL_API std::map<tessel::DBTYPE, SQLValue> JSON_KEY_DELETE(const col& c,
                                                              const std::string& target_path);
 
 /// Sets the value at `target_path` to `new_value`, a quoted SQL literal such
 /// as "'\"text\"'".
+/// \code
+/// up.UPDATE(t).SET(col("doc"), vexel::JSON_SET(t.col("doc"), "'{a,b}'", "'\"x\"'"));
+/// // PostgreSQL: "UPDATE t SET doc = jsonb_set( t.doc,'{a,b}','\"x\"')"
+/// // SQLite:     "UPDATE t SET doc = json_set( t.doc,'$.a.b',\"x\")"
+/// // SQL Server: the entry is empty, "UPDATE t SET doc = "
+/// \endcode
 VEXEL_API std::map<tessel::DBTYPE, SQLValue> JSON_SET(const col& c, const std::string& target_path,
                                                       std::string new_value);
 

@@ -56,6 +56,7 @@ class VEXEL_API SeqenceBuilder {
   /// The next value of sequence `s` of table `t`.
   SeqenceBuilder& NEXT_VAL(const seq& s, const tab& t);
   /// On SQLite the column's maximum stands in for the sequence.
+  /// SQLite "SELECT max(id) FROM t"; PostgreSQL "SELECT nextval('s') AS seq".
   SeqenceBuilder& MANUAL_NEXT_VAL(const seq& s, const tab& t, const col& c);
   ///@{
   /// Sets the sequence to a number or to an aggregate's value (`MAX(t.col("id"))`).

@@ -64,7 +64,8 @@ class VEXEL_API UpdateBuilder {
   UpdateBuilder& UPDATE(const tab& t);
   /// SQLite only: the statement becomes "UPDATE <table><name>".
   UpdateBuilder& UPDATE(const col& c);
-  /// One assignment per column; a later SET of a column replaces it.
+  /// One assignment per column; a later SET of a column replaces it:
+  /// `SET(col("qty"), SQLValue(3))` writes "SET qty = 3".
   UpdateBuilder& SET(const col& c, const SQLValue& v);
   ///@{
   /// "c = other column" or a node's text: `SET(col("qty"), col("qty").increase(SQLValue(1)))`
@@ -92,6 +93,8 @@ class VEXEL_API UpdateBuilder {
   UpdateBuilder& OR(const CommonExpr& condition);
   ///@}
   /// Accumulates; also makes Execute use the connection's ExecuteReturning.
+  /// PostgreSQL and SQLite "... RETURNING id", SQL Server
+  /// "... OUTPUT inserted.id WHERE ...".
   UpdateBuilder& RETURNING(const std::vector<col>& cols);
   /// PostgreSQL only: the statement becomes "VACUUM shop.items;" per table.
   UpdateBuilder& VACUUM(const std::vector<tab>& tables);

@@ -76,6 +76,8 @@ class VEXEL_API WithBuilder {
   WithBuilder& RECURSIVE();
   ///@{
   /// The main statement; a later one replaces an earlier one.
+  /// The text form is taken as it stands: with no AS entry, `WithDo("SELECT 1")`
+  /// renders "WITH  SELECT 1".
   WithBuilder& WithDo(const std::string& sql);
   WithBuilder& WithDo(const QueryBuilder& statement);
   WithBuilder& WithDo(const InsertBuilder& statement);
