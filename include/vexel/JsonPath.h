@@ -19,8 +19,8 @@
 namespace vexel {
 
 /// Removes the key at `target_path`: `JSON_KEY_DELETE(t.col("doc"), "'{a,b}'")`
-/// gives PostgreSQL "t.doc::jsonb #- '{a,b}'" and SQLite
-/// "json_remove( t.doc,'$.a.b')", for `UpdateBuilder::SET(col("doc"), map)`.
+/// gives PostgreSQL "t.doc\::jsonb #- '{a,b}'" and SQLite
+/// "json_remove( t.doc,'$.a.b')", for UpdateBuilder::SET with a map.
 VEXEL_API std::map<tessel::DBTYPE, SQLValue> JSON_KEY_DELETE(const col& c,
                                                              const std::string& target_path);
 
