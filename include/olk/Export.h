@@ -1,9 +1,10 @@
-// Export macros of the default host libraries. Where Vexel is a Windows
-// DLL, the logger (OLK_LOG_API) and the base helpers (OLK_BASE_API) are DLLs
-// of their own, and each marks its functions dllexport while it is built.
-// Code using the headers sees no dllimport: functions reached through an
-// import library need none, so the same declarations fit a host's own
-// logging or base library, whether a DLL or a static one.
+/// \file
+/// Export macros of the default host libraries. Where Vexel is a Windows
+/// DLL, the logger (OLK_LOG_API) and the base helpers (OLK_BASE_API) are DLLs
+/// of their own, and each marks its functions dllexport while it is built.
+/// Code using the headers sees no dllimport: functions reached through an
+/// import library need none, so the same declarations fit a host's own
+/// logging or base library, whether a DLL or a static one.
 #ifndef OLK_EXPORT_H
 #define OLK_EXPORT_H
 

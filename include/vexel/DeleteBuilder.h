@@ -1,9 +1,12 @@
-// DELETE statements with an optional condition and returned columns. SQL
-// Server writes RETURNING as OUTPUT deleted.<col>.
-//
-//   vexel::DeleteBuilder del(conn);
-//   del.DELETE_FROM(t).WHERE(t.col("id") == 3).RETURNING({t.col("id")});
-//   del.Execute();  // returned rows stay in the connection
+/// \file
+/// DELETE statements with an optional condition and returned columns. SQL
+/// Server writes RETURNING as `OUTPUT deleted.<col>`.
+///
+/// \code
+/// vexel::DeleteBuilder del(conn);
+/// del.DELETE_FROM(t).WHERE(t.col("id") == 3).RETURNING({t.col("id")});
+/// del.Execute();  // returned rows stay in the connection
+/// \endcode
 #ifndef VEXEL_DELETEBUILDER_H
 #define VEXEL_DELETEBUILDER_H
 
@@ -22,35 +25,59 @@ namespace vexel {
 class CommonExpr;
 class SQLDelete;
 
+/// A DELETE statement.
+///
+/// \code
+/// del.DELETE_FROM(items).WHERE(items.col("qty") == 0).RETURNING({col("id")});
+/// // PostgreSQL: "DELETE FROM shop.items WHERE shop.items.qty = 0 RETURNING id"
+/// // SQL Server: "DELETE FROM shop.items OUTPUT deleted.id WHERE shop.items.qty = 0"
+/// // SQLite:     "DELETE FROM items WHERE items.qty = 0 RETURNING id" (no schema)
+/// \endcode
 class VEXEL_API DeleteBuilder {
  public:
+  /// A builder in the dialect `conn` reports.
   explicit DeleteBuilder(const std::shared_ptr<tessel::CConnect>& conn);
+  ///@{
+  /// An independent copy; a move takes the statement over.
   DeleteBuilder(const DeleteBuilder& other);
   DeleteBuilder(DeleteBuilder&& other) noexcept = default;
-  // Both builders then share one statement.
+  ///@}
+  /// Both builders then share one statement.
   DeleteBuilder& operator=(const DeleteBuilder& other) = default;
+  /// Takes the other's statement over.
   DeleteBuilder& operator=(DeleteBuilder&& other) noexcept = default;
   ~DeleteBuilder();
 
+  /// The statement text.
   std::string tosql() const;
+  /// The dialect the builder renders.
   tessel::DBTYPE db_type() const { return db_type_; }
 
+  /// The table: "DELETE FROM shop.items".
   DeleteBuilder& DELETE_FROM(const tab& t);
-  // A condition that renders empty leaves no WHERE, so the statement
-  // changes every row: logged as a warning (level 4), and refused by
-  // Execute in strict mode.
+  /// A condition that renders empty leaves no WHERE, so the statement
+  /// changes every row: logged as a warning (level 4), and refused by
+  /// Execute in strict mode.
   DeleteBuilder& WHERE(const CommonExpr& condition);
+  ///@{
+  /// Extend the WHERE condition, without brackets (see QueryBuilder::AND).
   DeleteBuilder& AND(const CommonExpr& condition);
   DeleteBuilder& OR(const CommonExpr& condition);
-  // Accumulates; also makes Execute use the connection's ExecuteReturning.
+  ///@}
+  /// Accumulates; also makes Execute use the connection's ExecuteReturning.
+  /// PostgreSQL and SQLite "... RETURNING id", SQL Server
+  /// "DELETE FROM t OUTPUT deleted.id WHERE ...".
   DeleteBuilder& RETURNING(const std::vector<col>& cols);
 
-  // Strict mode for this builder (see vexel/StrictWhere.h): Execute refuses
-  // the statement when its WHERE condition rendered empty. Kept by copies
-  // and Reset.
+  /// Strict mode for this builder (see vexel/StrictWhere.h): Execute refuses
+  /// the statement when its WHERE condition rendered empty. Kept by copies
+  /// and Reset.
   DeleteBuilder& set_strict_where(bool strict);
+  /// Whether strict mode was set on this builder.
   bool strict_where() const { return strict_where_; }
 
+  /// Runs the statement (ExecuteUpdate, or ExecuteReturning after RETURNING);
+  /// false, with one logged line, on failure or when strict mode refuses it.
   bool Execute();
 
  private:

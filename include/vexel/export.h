@@ -1,6 +1,7 @@
-// Export macro of the public interface. A shared build exports only what is
-// marked VEXEL_API; everything else stays hidden (default visibility hidden
-// on GCC/Clang, dllexport/dllimport on Windows compilers).
+/// \file
+/// Export macro of the public interface. A shared build exports only what is
+/// marked VEXEL_API; everything else stays hidden (default visibility hidden
+/// on GCC/Clang, dllexport/dllimport on Windows compilers).
 #ifndef VEXEL_EXPORT_H
 #define VEXEL_EXPORT_H
 

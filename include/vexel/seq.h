@@ -1,4 +1,5 @@
-// A sequence reference (PostgreSQL sequences; emulated on SQLite).
+/// \file
+/// A sequence reference (PostgreSQL sequences; emulated on SQLite).
 #ifndef VEXEL_SEQ_H
 #define VEXEL_SEQ_H
 
@@ -9,14 +10,22 @@
 
 namespace vexel {
 
+/// A sequence reference for SeqenceBuilder, CURRVAL and SETVAL.
 class VEXEL_API seq {
  public:
   seq() = default;
+  ///@{
+  /// A sequence named `name`.
   seq(const std::string& name) : seq_name_(name) {}
   seq(const char* name) : seq_name_(name != nullptr ? name : "") {}
+  ///@}
 
+  ///@{
+  /// The name and dialect.
   const std::string& seq_name() const { return seq_name_; }
   tessel::DBTYPE db_type() const { return db_type_; }
+  ///@}
+  /// Sets the dialect.
   void set_db_type(tessel::DBTYPE db) { db_type_ = db; }
 
  private:

@@ -1,5 +1,6 @@
-// The whole public interface of the library, with the host interfaces it
-// relies on (tessel::CConnect, tessel::DBTYPE).
+/// \file
+/// The whole public interface of the library, with the host interfaces it
+/// relies on (tessel::CConnect, tessel::DBTYPE).
 #ifndef VEXEL_VEXEL_H
 #define VEXEL_VEXEL_H
 
