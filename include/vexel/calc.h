@@ -71,10 +71,13 @@ class VEXEL_API calc : public col {
   /// A node (a CASE, a condition, a time function) rendered in dialect `db`.
   calc(const CommonExpr& e, tessel::DBTYPE db);
 
+  ///@{
+  /// Copies and moves keep the text, level and any waiting form.
   calc(const calc&) = default;
   calc(calc&&) = default;
   calc& operator=(const calc&) = default;
   calc& operator=(calc&&) = default;
+  ///@}
   ~calc() override = default;
 
   /// How tightly the text binds.
@@ -90,18 +93,33 @@ class VEXEL_API calc : public col {
   /// gets the dialect and the operands' texts, each already bracketed when
   /// its level is below the one its slot asks for. The first operand with a
   /// dialect gives it; without one the result waits for one.
+  /// A host's own function over calcs is written this way:
+  /// \code
+  /// vexel::calc ABS(const vexel::calc& x) {
+  ///   return vexel::calc::make({{x, vexel::calc::kLowest}}, vexel::calc::kAtom,
+  ///                            [](tessel::DBTYPE, const std::vector<std::string>& t) {
+  ///                              return "ABS(" + t[0] + ")";
+  ///                            });
+  /// }
+  /// \endcode
   using Render = std::function<std::string(tessel::DBTYPE, const std::vector<std::string>&)>;
+  /// One operand of make().
   struct Operand {
-    const calc& value;
-    Level at_least;  ///< bracketed when the operand binds less tightly
+    const calc& value;  ///< the operand
+    Level at_least;     ///< bracketed when the operand binds less tightly
   };
+  /// The expression of `operands` that `render` writes, binding at `level`.
   static calc make(const std::vector<Operand>& operands, Level level, Render render);
 
-  /// The arithmetic operators' work: "a op b" with the brackets it needs.
+  /// The arithmetic operators.
   enum Op : int { kAdd, kSubtract, kMultiply, kDivide, kModulo };
+  /// The arithmetic operators' work: "a op b" with the brackets it needs; an
+  /// `op` out of range gives `a` unchanged.
   static calc arithmetic(const calc& a, Op op, const calc& b);
-  /// The comparison operators' work: the finished condition "a op b".
+  /// The comparisons.
   enum Comparison : int { kEqual, kNotEqual, kLess, kLessOrEqual, kGreater, kGreaterOrEqual };
+  /// The comparison operators' work: the finished condition "a op b"; an
+  /// `op` out of range gives an empty condition.
   static Ptr_CommonExpr compare(const calc& a, Comparison op, const calc& b);
 
  private:
@@ -143,6 +161,7 @@ constexpr bool comparison_operands_v = is_operand_v<A>&& is_operand_v<B> &&
 /// "a * b", "a / b", "a % b" (on SQLite % takes its operands as integers).
 /// `col + col` and `col - x` keep their in-place meaning; start such a sum
 /// from a calc (`vexel::calc(a) + b`) or put the value first (`1 - a`).
+///@{
 // Forwarding references: the column's own + and - take a non-const column,
 // which a const reference would lose to.
 template <typename A, typename B,
@@ -167,10 +186,12 @@ template <typename A, typename B, std::enable_if_t<internal::product_operands_v<
 calc operator%(const A& a, const B& b) {
   return calc::arithmetic(a, calc::kModulo, b);
 }
+///@}
 /// Comparisons where a calc takes part: "a = b", "a != b", "a < b",
 /// "a <= b", "a > b", "a >= b", each operand written in the dialect of the
 /// first one that has one. (`calc < x` is a condition; between two plain
 /// columns `<` still orders them.)
+///@{
 template <typename A, typename B, std::enable_if_t<internal::comparison_operands_v<A, B>, int> = 0>
 Ptr_CommonExpr operator==(const A& a, const B& b) {
   return calc::compare(a, calc::kEqual, b);
@@ -195,14 +216,17 @@ template <typename A, typename B, std::enable_if_t<internal::comparison_operands
 Ptr_CommonExpr operator>=(const A& a, const B& b) {
   return calc::compare(a, calc::kGreaterOrEqual, b);
 }
+///@}
 /// "-a"; an operand that is not a column, a call or a positive number is
 /// bracketed ("-(a + b)", "-(-1)").
 VEXEL_API calc operator-(const calc& a);
 
-/// Text functions.
+///@{
+/// Text functions, the same in every dialect: "LOWER(x)", "UPPER(x)", "TRIM(x)".
 VEXEL_API calc LOWER(const calc& s);
 VEXEL_API calc UPPER(const calc& s);
 VEXEL_API calc TRIM(const calc& s);
+///@}
 /// LENGTH(s); LEN(s) on SQL Server, which does not count trailing blanks.
 VEXEL_API calc LENGTH(const calc& s);
 /// `length` characters from position `start` (the first is 1):

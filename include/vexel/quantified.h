@@ -30,9 +30,12 @@ class QueryBuilder;
 /// false).
 class VEXEL_API quantified {
  public:
+  /// Any row or all rows.
   enum Kind : int { kAny, kAll };
+  /// The subquery's text in its builder's dialect.
   quantified(Kind kind, const QueryBuilder& subquery);
 
+  /// Any row or all rows.
   Kind kind() const { return kind_; }
   /// The subquery's text, without brackets.
   const std::string& subquery() const { return subquery_; }
@@ -47,13 +50,15 @@ VEXEL_API quantified ANY_OF(const QueryBuilder& subquery);
 /// The comparison holds for every row of the subquery (also for none).
 VEXEL_API quantified ALL_OF(const QueryBuilder& subquery);
 
-/// "c = ANY (...)", and the other comparisons the same way.
+///@{
+/// "c = ANY (...)", and the other comparisons the same way ("<>" for !=).
 VEXEL_API Ptr_CommonExpr operator==(const col& c, const quantified& q);
 VEXEL_API Ptr_CommonExpr operator!=(const col& c, const quantified& q);
 VEXEL_API Ptr_CommonExpr operator<(const col& c, const quantified& q);
 VEXEL_API Ptr_CommonExpr operator<=(const col& c, const quantified& q);
 VEXEL_API Ptr_CommonExpr operator>(const col& c, const quantified& q);
 VEXEL_API Ptr_CommonExpr operator>=(const col& c, const quantified& q);
+///@}
 
 }  // namespace vexel
 
