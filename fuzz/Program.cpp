@@ -524,7 +524,7 @@ class Program {
         return;
       }
     }
-    keep(cols_, std::make_shared<vexel::calc>(out));
+    keep(cols_, std::static_pointer_cast<col>(std::make_shared<vexel::calc>(out)));
   }
 
   void modify(col& c) {
