@@ -684,20 +684,28 @@ TEST(ExprCalc, DatesAndQuantified) {
       {[](DB d) {
          std::string out;
          for (DateField f :
-              {DateField::Year, DateField::Second, DateField::DayOfWeek, DateField::Epoch})
+              {DateField::Year, DateField::Second, DateField::DayOfWeek, DateField::Epoch,
+               DateField::Month, DateField::Day, DateField::Hour, DateField::Minute})
            out += DATE_FIELD(f, c_(d, "at")).col_name() + ";";
          return out + DATE_FIELD(static_cast<DateField>(8), c_(d, "at")).col_name();
        },
        {"CAST(strftime('%Y', t.at) AS INTEGER);CAST(strftime('%S', t.at) AS INTEGER);"
-        "CAST(strftime('%w', t.at) AS INTEGER);CAST(strftime('%s', t.at) AS INTEGER);t.at",
+        "CAST(strftime('%w', t.at) AS INTEGER);CAST(strftime('%s', t.at) AS INTEGER);"
+        "CAST(strftime('%m', t.at) AS INTEGER);CAST(strftime('%d', t.at) AS "
+        "INTEGER);CAST(strftime('%H', t.at) AS INTEGER);CAST(strftime('%M', t.at) AS INTEGER);t.at",
         "CAST(EXTRACT(YEAR FROM s.t.at) AS INTEGER);CAST(FLOOR(EXTRACT(SECOND FROM s.t.at)) AS "
         "INTEGER);CAST(EXTRACT(DOW FROM s.t.at) AS INTEGER);CAST(FLOOR(EXTRACT(EPOCH FROM s.t.at)) "
-        "AS BIGINT);s.t.at",
+        "AS BIGINT);CAST(EXTRACT(MONTH FROM s.t.at) AS INTEGER);CAST(EXTRACT(DAY FROM s.t.at) AS "
+        "INTEGER);CAST(EXTRACT(HOUR FROM s.t.at) AS INTEGER);CAST(EXTRACT(MINUTE FROM s.t.at) AS "
+        "INTEGER);s.t.at",
         "DATEPART(year, s.t.at);DATEPART(second, s.t.at);((DATEPART(weekday, s.t.at) + @@DATEFIRST "
-        "- 1) % 7);DATEDIFF_BIG(second, '1970-01-01', s.t.at);s.t.at",
+        "- 1) % 7);DATEDIFF_BIG(second, '1970-01-01', s.t.at);DATEPART(month, "
+        "s.t.at);DATEPART(day, s.t.at);DATEPART(hour, s.t.at);DATEPART(minute, s.t.at);s.t.at",
         "CAST(EXTRACT(YEAR FROM s.t.at) AS INTEGER);CAST(FLOOR(EXTRACT(SECOND FROM s.t.at)) AS "
         "INTEGER);CAST(EXTRACT(DOW FROM s.t.at) AS INTEGER);CAST(FLOOR(EXTRACT(EPOCH FROM s.t.at)) "
-        "AS BIGINT);s.t.at"}},
+        "AS BIGINT);CAST(EXTRACT(MONTH FROM s.t.at) AS INTEGER);CAST(EXTRACT(DAY FROM s.t.at) AS "
+        "INTEGER);CAST(EXTRACT(HOUR FROM s.t.at) AS INTEGER);CAST(EXTRACT(MINUTE FROM s.t.at) AS "
+        "INTEGER);s.t.at"}},
       // A window of literals waits for the column's dialect.
       {[](DB d) {
          calc from = CAST(SafeValue::date(1995, 1, 1), CastType::Date);
