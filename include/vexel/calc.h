@@ -127,6 +127,10 @@ class VEXEL_API calc : public col {
   calc(std::string text, Level level, tessel::DBTYPE db, std::shared_ptr<const Recipe> render);
   // The text in dialect `db`: written again when it waits for a dialect.
   std::string text_in(tessel::DBTYPE db) const;
+  // `render` over the operands' texts in dialect `db`, each bracketed below
+  // its slot's level; `List` holds Operands or the Recipe's copies of them.
+  template <typename List>
+  static std::string write(const List& operands, tessel::DBTYPE db, const Render& render);
 
   Level level_ = kAtom;
   // Set while the expression has no dialect: how to write it in one.

@@ -52,14 +52,41 @@ std::string operand_text(std::string text, calc::Level level, calc::Level at_lea
   return text;
 }
 
+// Writes "a op b" between two operand texts.
+calc::Render infix(const char* sign) {
+  return [sign](tessel::DBTYPE, const std::vector<std::string>& t) { return t[0] + sign + t[1]; };
+}
+
+// A literal waits for a dialect: its text is the value's form in it.
+template <typename Value>
+calc waiting_literal(const Value& v) {
+  return calc::make({}, calc::kAtom, [v](tessel::DBTYPE db, const std::vector<std::string>&) {
+    return v.GetExpr(db);
+  });
+}
+
 }  // namespace
 
 struct calc::Recipe {
-  std::vector<calc> operands;
-  std::vector<Level> at_least;
+  // Copies of the operands, so that the expression can be written again.
+  struct Held {
+    calc value;
+    Level at_least;
+  };
+  std::vector<Held> operands;
   Render render;
   int depth = 0;
 };
+
+template <typename List>
+std::string calc::write(const List& operands, tessel::DBTYPE db, const Render& render) {
+  std::vector<std::string> texts;
+  texts.reserve(operands.size());
+  for (const auto& o : operands) {
+    texts.push_back(operand_text(o.value.text_in(db), o.value.level_, o.at_least));
+  }
+  return render(db, texts);
+}
 
 calc::calc(std::string text, Level level, tessel::DBTYPE db, std::shared_ptr<const Recipe> render)
     : col(std::move(text)), level_(level), render_(std::move(render)) {
@@ -70,15 +97,9 @@ calc::calc(const col& c) : calc(c.col_name(), kAtom, c.db_type(), nullptr) {
   level_ = level_of_text(only_col_name());
 }
 
-calc::calc(const SafeValue& v)
-    : calc(make({}, kAtom, [v](tessel::DBTYPE db, const std::vector<std::string>&) {
-        return v.GetExpr(db);
-      })) {}
+calc::calc(const SafeValue& v) : calc(waiting_literal(v)) {}
 
-calc::calc(const SQLValue& v)
-    : calc(make({}, kAtom, [v](tessel::DBTYPE db, const std::vector<std::string>&) {
-        return v.GetExpr(db);
-      })) {
+calc::calc(const SQLValue& v) : calc(waiting_literal(v)) {
   level_ = level_of_text(only_col_name());
 }
 
@@ -93,13 +114,7 @@ calc::calc(const CommonExpr& e, tessel::DBTYPE db)
 std::string calc::text_in(tessel::DBTYPE db) const {
   // Unknown codes take PostgreSQL's forms, which the text already has.
   if (!render_ || (db != tessel::DB_SQLITE && db != tessel::DB_SQLSERVER)) return col_name();
-  std::vector<std::string> texts;
-  texts.reserve(render_->operands.size());
-  for (std::size_t i = 0; i < render_->operands.size(); ++i) {
-    const calc& o = render_->operands[i];
-    texts.push_back(operand_text(o.text_in(db), o.level_, render_->at_least[i]));
-  }
-  return render_->render(db, texts);
+  return write(render_->operands, db, render_->render);
 }
 
 calc calc::for_dialect(tessel::DBTYPE db) const {
@@ -116,17 +131,11 @@ calc calc::make(const std::vector<Operand>& operands, Level level, Render render
     }
   }
   const tessel::DBTYPE db = with_dialect ? with_dialect->db_type() : tessel::DB_POSTGRESQL;
-  std::vector<std::string> texts;
-  texts.reserve(operands.size());
-  for (const Operand& o : operands) {
-    texts.push_back(operand_text(o.value.text_in(db), o.value.level_, o.at_least));
-  }
-  std::string text = render(db, texts);
+  std::string text = write(operands, db, render);
   if (with_dialect != nullptr) return calc(std::move(text), level, db, nullptr);
   auto recipe = std::make_shared<Recipe>();
   for (const Operand& o : operands) {
-    recipe->operands.push_back(o.value);
-    recipe->at_least.push_back(o.at_least);
+    recipe->operands.push_back({o.value, o.at_least});
     recipe->depth = std::max(recipe->depth, o.value.render_->depth + 1);
   }
   if (recipe->depth > kMaxWaitingDepth) return calc(std::move(text), level, db, nullptr);
@@ -139,21 +148,15 @@ calc calc::make(const std::vector<Operand>& operands, Level level, Render render
 calc calc::arithmetic(const calc& a, Op op, const calc& b) {
   static constexpr const char* kSigns[] = {" + ", " - ", " * ", " / ", " % "};
   if (op < kAdd || op > kModulo) return a;
-  const char* sign = kSigns[op];
   const Level level = op <= kSubtract ? kAdditive : kMultiplicative;
-  return make(
-      {{a, level}, {b, static_cast<Level>(level + 1)}}, level,
-      [sign](tessel::DBTYPE, const std::vector<std::string>& t) { return t[0] + sign + t[1]; });
+  return make({{a, level}, {b, static_cast<Level>(level + 1)}}, level, infix(kSigns[op]));
 }
 
 // Comparisons bind less tightly than any operator a calc holds.
 Ptr_CommonExpr calc::compare(const calc& a, Comparison op, const calc& b) {
   static constexpr const char* kSigns[] = {" = ", " != ", " < ", " <= ", " > ", " >= "};
   if (op < kEqual || op > kGreaterOrEqual) return Ptr_CommonExpr();
-  const char* sign = kSigns[op];
-  calc c = make(
-      {{a, kLowest}, {b, kLowest}}, kLowest,
-      [sign](tessel::DBTYPE, const std::vector<std::string>& t) { return t[0] + sign + t[1]; });
+  const calc c = make({{a, kLowest}, {b, kLowest}}, kLowest, infix(kSigns[op]));
   return internal::ExprTree::finished(c.only_col_name());
 }
 
