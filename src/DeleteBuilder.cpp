@@ -35,9 +35,9 @@ DeleteBuilder& DeleteBuilder::DELETE_FROM(const tab& t) {
 
 DeleteBuilder& DeleteBuilder::WHERE(const CommonExpr& condition) {
   if (SQLDelete* b = VEXEL_IMPL()) {
-    const std::string text = condition.GetExpr(db_type_);
+    std::string text = condition.GetExpr(db_type_);
     internal::warn_if_unfiltered(text, VEXEL_SITE);
-    b->WHERE(text);
+    b->WHERE(std::move(text));
   }
   return *this;
 }
@@ -53,6 +53,14 @@ DeleteBuilder& DeleteBuilder::OR(const CommonExpr& condition) {
 }
 
 DeleteBuilder& DeleteBuilder::RETURNING(const std::vector<col>& cols) {
+  if (SQLDelete* b = VEXEL_IMPL()) {
+    b->RETURNING(cols, db_type_);
+    returning_ = true;
+  }
+  return *this;
+}
+
+DeleteBuilder& DeleteBuilder::RETURNING(std::initializer_list<col> cols) {
   if (SQLDelete* b = VEXEL_IMPL()) {
     b->RETURNING(cols, db_type_);
     returning_ = true;

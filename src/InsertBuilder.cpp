@@ -54,7 +54,17 @@ InsertBuilder& InsertBuilder::COLUMNS(const std::vector<col>& cols) {
   return *this;
 }
 
+InsertBuilder& InsertBuilder::COLUMNS(std::initializer_list<col> cols) {
+  if (SQLInsert* b = VEXEL_IMPL()) b->COLUMNS(cols, db_type_);
+  return *this;
+}
+
 InsertBuilder& InsertBuilder::VALUES(const std::vector<SQLValue>& row) {
+  if (SQLInsert* b = VEXEL_IMPL()) b->VALUES(row);
+  return *this;
+}
+
+InsertBuilder& InsertBuilder::VALUES(std::initializer_list<SQLValue> row) {
   if (SQLInsert* b = VEXEL_IMPL()) b->VALUES(row);
   return *this;
 }
@@ -86,6 +96,11 @@ InsertBuilder& InsertBuilder::ON_CONFLICT(const std::vector<col>& cols) {
   return *this;
 }
 
+InsertBuilder& InsertBuilder::ON_CONFLICT(std::initializer_list<col> cols) {
+  if (SQLInsert* b = VEXEL_IMPL()) b->ON_CONFLICT(cols, db_type_);
+  return *this;
+}
+
 InsertBuilder& InsertBuilder::EXCLUDE(const SeqenceExpr& e) {
   if (SQLInsert* b = VEXEL_IMPL()) b->EXCLUDE(e.GetExpr(db_type_));
   return *this;
@@ -107,6 +122,14 @@ InsertBuilder& InsertBuilder::OR(const CommonExpr& condition) {
 }
 
 InsertBuilder& InsertBuilder::RETURNING(const std::vector<col>& cols) {
+  if (SQLInsert* b = VEXEL_IMPL()) {
+    b->RETURNING(cols, db_type_);
+    returning_ = true;
+  }
+  return *this;
+}
+
+InsertBuilder& InsertBuilder::RETURNING(std::initializer_list<col> cols) {
   if (SQLInsert* b = VEXEL_IMPL()) {
     b->RETURNING(cols, db_type_);
     returning_ = true;

@@ -14,7 +14,9 @@ constexpr const char* kOr = " OR ";
 
 Ptr_CommonExpr::Ptr_CommonExpr(std::shared_ptr<CommonExpr> p) : left_(std::move(p)) {}
 
-Ptr_CommonExpr::~Ptr_CommonExpr() { internal::ExprTree::dismantle(*this); }
+Ptr_CommonExpr::~Ptr_CommonExpr() {
+  if (left_ || right_ || !operates_.empty()) internal::ExprTree::dismantle(*this);
+}
 
 std::shared_ptr<CommonExpr> Ptr_CommonExpr::get_ptr() const {
   return std::make_shared<Ptr_CommonExpr>(*this);

@@ -62,6 +62,11 @@ QueryBuilder& QueryBuilder::SELECT(const std::vector<col>& cols) {
   return *this;
 }
 
+QueryBuilder& QueryBuilder::SELECT(std::initializer_list<col> cols) {
+  if (SQLQuery* q = VEXEL_IMPL()) q->SELECT(cols);
+  return *this;
+}
+
 QueryBuilder& QueryBuilder::SELECT(const CommonExpr& e) {
   if (SQLQuery* q = VEXEL_IMPL()) q->SELECT(e);
   return *this;
@@ -168,7 +173,17 @@ QueryBuilder& QueryBuilder::GROUP_BY(const std::vector<col>& cols) {
   return *this;
 }
 
+QueryBuilder& QueryBuilder::GROUP_BY(std::initializer_list<col> cols) {
+  if (SQLQuery* q = VEXEL_IMPL()) q->GROUP_BY(cols);
+  return *this;
+}
+
 QueryBuilder& QueryBuilder::ORDER_BY(const std::vector<col>& cols) {
+  if (SQLQuery* q = VEXEL_IMPL()) q->ORDER_BY(cols);
+  return *this;
+}
+
+QueryBuilder& QueryBuilder::ORDER_BY(std::initializer_list<col> cols) {
   if (SQLQuery* q = VEXEL_IMPL()) q->ORDER_BY(cols);
   return *this;
 }

@@ -30,7 +30,7 @@ class SQLDelete : public internal::WhereClause {
   tessel::DBTYPE db_type() const { return db_type_; }
 
   void DELETE_FROM(const std::string& table_name) { table_name_ = table_name; }
-  void RETURNING(const std::vector<col>& cols, tessel::DBTYPE db) { returned_.add(cols, db); }
+  void RETURNING(internal::Span<col> cols, tessel::DBTYPE db) { returned_.add(cols, db); }
 
   // How one dialect writes the statement.
   struct Form {

@@ -12,19 +12,22 @@ SQLInsert::SQLInsert(const std::shared_ptr<tessel::CConnect>& conn) : db_conn_(c
   if (db_conn_) db_type_ = db_conn_->GetDBType();
 }
 
-void SQLInsert::COLUMNS(const std::vector<col>& cols, tessel::DBTYPE db) {
+void SQLInsert::COLUMNS(internal::Span<col> cols, tessel::DBTYPE db) {
   columns_.clear();
   excluded_columns_.clear();
+  // Only a MERGE reads the source columns.
+  const bool merges = db == tessel::DB_SQLSERVER || db_type_ == tessel::DB_SQLSERVER;
   for (std::size_t i = 0; i < cols.size(); ++i) {
     if (i > 0) columns_ += ',';
-    if (i > 0) excluded_columns_ += ',';
     const std::size_t from = columns_.size();
     internal::ColumnText::append(columns_, cols[i], db);
+    if (!merges) continue;
+    if (i > 0) excluded_columns_ += ',';
     excluded_columns_.append("Excluded.").append(columns_, from, std::string::npos);
   }
 }
 
-void SQLInsert::VALUES(const std::vector<SQLValue>& row) {
+void SQLInsert::VALUES(internal::Span<SQLValue> row) {
   if (row_count_ > 0) rows_ += ',';
   rows_ += '(';
   for (std::size_t i = 0; i < row.size(); ++i) {
@@ -35,18 +38,18 @@ void SQLInsert::VALUES(const std::vector<SQLValue>& row) {
   ++row_count_;
 }
 
-void SQLInsert::SET(const col& c, tessel::DBTYPE db, const std::string& value_text) {
+void SQLInsert::SET(const col& c, tessel::DBTYPE db, std::string value_text) {
   std::string name;
   internal::ColumnText::append(name, c, db);
-  set_values_[std::move(name)] = value_text;
+  set_values_.set(std::move(name), std::move(value_text));
 }
 
-void SQLInsert::ON_CONFLICT(const std::vector<col>& cols, tessel::DBTYPE db) {
+void SQLInsert::ON_CONFLICT(internal::Span<col> cols, tessel::DBTYPE db) {
   conflict_columns_.clear();
   conflict_columns_.add(cols, db);
 }
 
-void SQLInsert::RETURNING(const std::vector<col>& cols, tessel::DBTYPE db) {
+void SQLInsert::RETURNING(internal::Span<col> cols, tessel::DBTYPE db) {
   returning_columns_.clear();
   returning_columns_.add(cols, db);
 }

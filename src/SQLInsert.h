@@ -5,13 +5,13 @@
 #ifndef VEXEL_SQLINSERT_H
 #define VEXEL_SQLINSERT_H
 
-#include <map>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "internal/Execution.h"
 #include "internal/Text.h"
+#include "internal/TextMap.h"
 #include "internal/WhereClause.h"
 #include "tessel/CConnect.h"
 #include "vexel/SQLValue.h"
@@ -41,13 +41,13 @@ class SQLInsert : public internal::WhereClause {
 
   // Columns are given with the dialect they render in, and kept as text.
   void INSERT_INTO(const std::string& table_name) { table_name_ = table_name; }
-  void COLUMNS(const std::vector<col>& cols, tessel::DBTYPE db);
-  void VALUES(const std::vector<SQLValue>& row);
+  void COLUMNS(internal::Span<col> cols, tessel::DBTYPE db);
+  void VALUES(internal::Span<SQLValue> row);
   void SELECT(const std::string& query) { select_ = query; }
-  void SET(const col& c, tessel::DBTYPE db, const std::string& value_text);
-  void ON_CONFLICT(const std::vector<col>& cols, tessel::DBTYPE db);
+  void SET(const col& c, tessel::DBTYPE db, std::string value_text);
+  void ON_CONFLICT(internal::Span<col> cols, tessel::DBTYPE db);
   void EXCLUDE(const std::string& text) { exclude_ = text; }
-  void RETURNING(const std::vector<col>& cols, tessel::DBTYPE db);
+  void RETURNING(internal::Span<col> cols, tessel::DBTYPE db);
 
  protected:
   ~SQLInsert() = default;
@@ -71,7 +71,7 @@ class SQLInsert : public internal::WhereClause {
   internal::ColumnTexts conflict_columns_;
   internal::ColumnTexts returning_columns_;
   // By column text: SET targets render in that order.
-  std::map<std::string, std::string> set_values_;
+  internal::TextMap set_values_;
   std::string exclude_;
   tessel::DBTYPE db_type_ = tessel::DB_POSTGRESQL;
   std::shared_ptr<tessel::CConnect> db_conn_;

@@ -19,16 +19,16 @@ void SQLQuery::assign(std::string& target, const CommonExpr& condition) const {
   internal::ExprTree::append(target, condition, db_type_);
 }
 
-void SQLQuery::SELECT(const std::vector<col>& cols) {
+void SQLQuery::SELECT(internal::Span<col> cols) {
   select_text_ = internal::join_names(cols, db_type_);
 }
 
-void SQLQuery::GROUP_BY(const std::vector<col>& cols) {
+void SQLQuery::GROUP_BY(internal::Span<col> cols) {
   group_text_ = internal::join_names(cols, db_type_);
   has_group_ = !cols.empty();
 }
 
-void SQLQuery::ORDER_BY(const std::vector<col>& cols) {
+void SQLQuery::ORDER_BY(internal::Span<col> cols) {
   order_text_ = internal::join_orders(cols, db_type_);
   has_order_ = !cols.empty();
 }

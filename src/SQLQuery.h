@@ -45,7 +45,7 @@ class SQLQuery {
   tessel::DBTYPE db_type() const { return db_type_; }
 
   // Clauses. Texts are rendered now, in this implementation's dialect.
-  void SELECT(const std::vector<col>& cols);
+  void SELECT(internal::Span<col> cols);
   void SELECT(const CommonExpr& e);
   void FROM(const std::string& from_text) { from_ = from_text; }
   void JOIN(const std::string& keyword, const std::string& target);
@@ -54,8 +54,8 @@ class SQLQuery {
   void HAVING(const CommonExpr& condition);
   void AND(const CommonExpr& condition);
   void OR(const CommonExpr& condition);
-  void GROUP_BY(const std::vector<col>& cols);
-  void ORDER_BY(const std::vector<col>& cols);
+  void GROUP_BY(internal::Span<col> cols);
+  void ORDER_BY(internal::Span<col> cols);
   void LIMIT(int limit) { limit_ = limit; }
   void OFFSET(int offset) { offset_ = offset; }
   void UNION(const std::string& text) { union_ = text; }

@@ -1,5 +1,7 @@
 #include "SQLUpdate.h"
 
+#include <map>
+
 #include "internal/Text.h"
 #include "postgres/PGUpdate.h"
 #include "sqlite/SQLiteUpdate.h"

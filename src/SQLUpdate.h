@@ -4,7 +4,6 @@
 #ifndef VEXEL_SQLUPDATE_H
 #define VEXEL_SQLUPDATE_H
 
-#include <map>
 #include <memory>
 #include <string>
 #include <utility>
@@ -12,6 +11,7 @@
 
 #include "internal/Execution.h"
 #include "internal/Text.h"
+#include "internal/TextMap.h"
 #include "internal/WhereClause.h"
 #include "tessel/CConnect.h"
 #include "vexel/SQLValue.h"
@@ -36,8 +36,8 @@ class SQLUpdate : public internal::WhereClause {
   void UPDATE_COLUMN(const std::string& name) { update_column_ = name; }
   // Keyed by name: a later SET of a column replaces it, and the list
   // renders in name order.
-  void SET(std::string name, const std::string& value) { set_values_[std::move(name)] = value; }
-  void RETURNING(const std::vector<col>& cols, tessel::DBTYPE db) { returned_.add(cols, db); }
+  void SET(std::string name, std::string value) { set_values_.set(std::move(name), std::move(value)); }
+  void RETURNING(internal::Span<col> cols, tessel::DBTYPE db) { returned_.add(cols, db); }
   void VACUUM(const std::vector<std::string>& tables) { append(vacuum_tables_, tables); }
 
   void UNION_SET(const std::string& target, const std::string& source) {
@@ -82,7 +82,7 @@ class SQLUpdate : public internal::WhereClause {
 
   std::string table_name_;
   internal::ColumnTexts returned_;
-  std::map<std::string, std::string> set_values_;
+  internal::TextMap set_values_;
   std::string update_column_;
   std::vector<std::string> vacuum_tables_;
   std::vector<std::pair<std::string, std::string>> union_sets_;

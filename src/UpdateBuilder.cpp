@@ -108,9 +108,9 @@ UpdateBuilder& UpdateBuilder::SET(const col& c,
 
 UpdateBuilder& UpdateBuilder::WHERE(const CommonExpr& condition) {
   if (SQLUpdate* b = VEXEL_IMPL()) {
-    const std::string text = condition.GetExpr(db_type_);
+    std::string text = condition.GetExpr(db_type_);
     internal::warn_if_unfiltered(text, VEXEL_SITE);
-    b->WHERE(text);
+    b->WHERE(std::move(text));
   }
   return *this;
 }
@@ -126,6 +126,14 @@ UpdateBuilder& UpdateBuilder::OR(const CommonExpr& condition) {
 }
 
 UpdateBuilder& UpdateBuilder::RETURNING(const std::vector<col>& cols) {
+  if (SQLUpdate* b = VEXEL_IMPL()) {
+    b->RETURNING(cols, db_type_);
+    returning_ = true;
+  }
+  return *this;
+}
+
+UpdateBuilder& UpdateBuilder::RETURNING(std::initializer_list<col> cols) {
   if (SQLUpdate* b = VEXEL_IMPL()) {
     b->RETURNING(cols, db_type_);
     returning_ = true;

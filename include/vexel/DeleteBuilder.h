@@ -10,6 +10,7 @@
 #ifndef VEXEL_DELETEBUILDER_H
 #define VEXEL_DELETEBUILDER_H
 
+#include <initializer_list>
 #include <memory>
 #include <string>
 #include <vector>
@@ -64,10 +65,13 @@ class VEXEL_API DeleteBuilder {
   DeleteBuilder& AND(const CommonExpr& condition);
   DeleteBuilder& OR(const CommonExpr& condition);
   ///@}
+  ///@{
   /// Accumulates; also makes Execute use the connection's ExecuteReturning.
   /// PostgreSQL and SQLite "... RETURNING id", SQL Server
   /// "DELETE FROM t OUTPUT deleted.id WHERE ...".
   DeleteBuilder& RETURNING(const std::vector<col>& cols);
+  DeleteBuilder& RETURNING(std::initializer_list<col> cols);
+  ///@}
 
   /// Strict mode for this builder (see vexel/StrictWhere.h): Execute refuses
   /// the statement when its WHERE condition rendered empty. Kept by copies

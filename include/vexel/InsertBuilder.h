@@ -12,6 +12,7 @@
 #ifndef VEXEL_INSERTBUILDER_H
 #define VEXEL_INSERTBUILDER_H
 
+#include <initializer_list>
 #include <memory>
 #include <string>
 #include <vector>
@@ -67,11 +68,17 @@ class VEXEL_API InsertBuilder {
 
   /// The table: "INSERT INTO shop.items".
   InsertBuilder& INSERT_INTO(const tab& t);
+  ///@{
   /// The column list "(id,name)"; give bare columns.
   InsertBuilder& COLUMNS(const std::vector<col>& cols);
+  InsertBuilder& COLUMNS(std::initializer_list<col> cols);
+  ///@}
+  ///@{
   /// Each call adds one row: PostgreSQL and SQLite "VALUES(1,'a'),(2,'b')",
   /// SQL Server "VALUES (1,'a'),(2,'b')".
   InsertBuilder& VALUES(const std::vector<SQLValue>& row);
+  InsertBuilder& VALUES(std::initializer_list<SQLValue> row);
+  ///@}
   /// INSERT ... SELECT: the rows come from `rows`, which takes the place of
   /// the VALUES rows: "INSERT INTO t(a,b) SELECT ...". ON_CONFLICT, SET and
   /// RETURNING work with it in every dialect (SQLite reads the SELECT from a
@@ -84,9 +91,12 @@ class VEXEL_API InsertBuilder {
   InsertBuilder& SET(const col& c, const col& value);
   InsertBuilder& SET(const col& c, const CommonExpr& e);
   ///@}
+  ///@{
   /// Makes the insert an upsert on these key columns: " ON CONFLICT (id)"; a
   /// MERGE on SQL Server.
   InsertBuilder& ON_CONFLICT(const std::vector<col>& cols);
+  InsertBuilder& ON_CONFLICT(std::initializer_list<col> cols);
+  ///@}
   ///@{
   /// DO NOTHING / DO UPDATE follow from whether any SET was made.
   InsertBuilder& DO_NOTHING() { return *this; }
@@ -101,10 +111,13 @@ class VEXEL_API InsertBuilder {
   InsertBuilder& AND(const CommonExpr& condition);
   InsertBuilder& OR(const CommonExpr& condition);
   ///@}
+  ///@{
   /// Also makes Execute use the connection's ExecuteReturning until Reset.
   /// PostgreSQL and SQLite "... RETURNING id"; SQL Server
   /// "INSERT INTO items(name) OUTPUT Inserted.id VALUES ('a')".
   InsertBuilder& RETURNING(const std::vector<col>& cols);
+  InsertBuilder& RETURNING(std::initializer_list<col> cols);
+  ///@}
 
   /// Lets the exception of tosql through, before anything runs.
   bool Execute();

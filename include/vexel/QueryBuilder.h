@@ -16,6 +16,7 @@
 #ifndef VEXEL_QUERYBUILDER_H
 #define VEXEL_QUERYBUILDER_H
 
+#include <initializer_list>
 #include <memory>
 #include <string>
 #include <vector>
@@ -72,6 +73,7 @@ class VEXEL_API QueryBuilder {
   /// dialect; a node or value renders as it stands ("SELECT 1"). SQL Server
   /// ignores the node and value forms ("SELECT  FROM ").
   QueryBuilder& SELECT(const std::vector<col>& cols);
+  QueryBuilder& SELECT(std::initializer_list<col> cols);
   QueryBuilder& SELECT(const CommonExpr& e);
   QueryBuilder& SELECT(const SQLValue& v);
   ///@}
@@ -111,10 +113,16 @@ class VEXEL_API QueryBuilder {
   QueryBuilder& AND(const CommonExpr& condition);
   QueryBuilder& OR(const CommonExpr& condition);
   ///@}
+  ///@{
   /// "GROUP BY a,b".
   QueryBuilder& GROUP_BY(const std::vector<col>& cols);
+  QueryBuilder& GROUP_BY(std::initializer_list<col> cols);
+  ///@}
+  ///@{
   /// "ORDER BY" with each column's ordering suffix (col::DESC, col::NullsFirst).
   QueryBuilder& ORDER_BY(const std::vector<col>& cols);
+  QueryBuilder& ORDER_BY(std::initializer_list<col> cols);
+  ///@}
   ///@{
   /// Paging: PostgreSQL and SQLite "LIMIT 10 OFFSET 20"; SQL Server
   /// "OFFSET 20 ROWS FETCH NEXT 10 ROWS ONLY" (OFFSET without LIMIT is dropped

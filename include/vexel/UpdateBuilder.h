@@ -12,6 +12,7 @@
 #ifndef VEXEL_UPDATEBUILDER_H
 #define VEXEL_UPDATEBUILDER_H
 
+#include <initializer_list>
 #include <map>
 #include <memory>
 #include <string>
@@ -92,10 +93,13 @@ class VEXEL_API UpdateBuilder {
   UpdateBuilder& AND(const CommonExpr& condition);
   UpdateBuilder& OR(const CommonExpr& condition);
   ///@}
+  ///@{
   /// Accumulates; also makes Execute use the connection's ExecuteReturning.
   /// PostgreSQL and SQLite "... RETURNING id", SQL Server
   /// "... OUTPUT inserted.id WHERE ...".
   UpdateBuilder& RETURNING(const std::vector<col>& cols);
+  UpdateBuilder& RETURNING(std::initializer_list<col> cols);
+  ///@}
   /// PostgreSQL only: the statement becomes "VACUUM shop.items;" per table.
   UpdateBuilder& VACUUM(const std::vector<tab>& tables);
 

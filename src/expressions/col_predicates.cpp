@@ -1,6 +1,7 @@
 // The condition-building members of col. Dialect-independent conditions are
 // finished text as soon as they are built; the others are nodes
 // that render with the statement's dialect.
+#include <charconv>
 #include <initializer_list>
 #include <memory>
 #include <string>
@@ -28,19 +29,51 @@ Ptr_CommonExpr node(Args&&... args) {
   return Ptr_CommonExpr(std::make_shared<Node>(std::forward<Args>(args)...));
 }
 
+// A column's own text (col_name) and a value's text, written straight into
+// the condition instead of through a string of their own.
+struct Name {
+  const col& c;
+};
+struct Value {
+  const SQLValue& v;
+  tessel::DBTYPE db;
+};
+
+std::size_t size_of(std::string_view s) { return s.size(); }
+std::size_t size_of(const Name& n) { return internal::ColumnText::name_size(n.c); }
+std::size_t size_of(const Value& v) { return internal::ValueText::size(v.v); }
+
+void put(std::string& out, std::string_view s) { out.append(s); }
+void put(std::string& out, const Name& n) { internal::ColumnText::append_name(out, n.c); }
+void put(std::string& out, const Value& v) { internal::ValueText::append_exact(out, v.v, v.db); }
+
 // A finished condition: its parts appended once into one text, kept in the
 // holder without a node.
 template <typename... Parts>
 Ptr_CommonExpr text(const Parts&... parts) {
   std::string t;
-  t.reserve((std::string_view(parts).size() + ...));
-  (t.append(parts), ...);
+  t.reserve((size_of(parts) + ...));
+  (put(t, parts), ...);
   return internal::ExprTree::finished(std::move(t));
 }
 
 std::string quoted(const std::string& s) { return "'" + s + "'"; }
 
-std::string int_list(const std::vector<int>& values) { return internal::int_list(values, ","); }
+// "c IN (1,2,3)": the numbers written straight into the condition.
+Ptr_CommonExpr int_condition(const col& c, const char* op, internal::Span<int> values) {
+  std::string t;
+  t.reserve(internal::ColumnText::name_size(c) + 10 + 4 * values.size());
+  internal::ColumnText::append_name(t, c);
+  t += op;
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    if (i > 0) t += ',';
+    char digits[12];
+    const auto end = std::to_chars(digits, digits + sizeof digits, values[i]).ptr;
+    t.append(digits, end);
+  }
+  t += ')';
+  return internal::ExprTree::finished(std::move(t));
+}
 
 std::string quoted_list(const std::vector<std::string>& values) {
   return internal::quoted_list(values, ",", '\'');
@@ -65,107 +98,110 @@ Ptr_CommonExpr col::operator==(const double& v) const { return eq(SQLValue(v)); 
 Ptr_CommonExpr col::operator==(const std::string& s) const { return eq(SQLValue(s)); }
 Ptr_CommonExpr col::operator==(const char* s) const { return eq(SQLValue(s)); }
 Ptr_CommonExpr col::operator==(const col& other) const {
-  return text(col_name(), " = ", other.col_name());
+  return text(Name{*this}, " = ", Name{other});
 }
 Ptr_CommonExpr col::operator==(const SQLValue& v) const { return eq(v); }
 Ptr_CommonExpr col::operator==(const QueryBuilder& q) const {
-  return text(col_name(), " = (", q.tosql(), ")");
+  return text(Name{*this}, " = (", q.tosql(), ")");
 }
 Ptr_CommonExpr col::operator!=(const QueryBuilder& q) const {
-  return text(col_name(), " != (", q.tosql(), ")");
+  return text(Name{*this}, " != (", q.tosql(), ")");
 }
 Ptr_CommonExpr col::operator<(const QueryBuilder& q) const {
-  return text(col_name(), " < (", q.tosql(), ")");
+  return text(Name{*this}, " < (", q.tosql(), ")");
 }
 Ptr_CommonExpr col::operator<=(const QueryBuilder& q) const {
-  return text(col_name(), " <= (", q.tosql(), ")");
+  return text(Name{*this}, " <= (", q.tosql(), ")");
 }
 Ptr_CommonExpr col::operator>(const QueryBuilder& q) const {
-  return text(col_name(), " > (", q.tosql(), ")");
+  return text(Name{*this}, " > (", q.tosql(), ")");
 }
 Ptr_CommonExpr col::operator>=(const QueryBuilder& q) const {
-  return text(col_name(), " >= (", q.tosql(), ")");
+  return text(Name{*this}, " >= (", q.tosql(), ")");
 }
 Ptr_CommonExpr col::eq(const SQLValue& v) const {
-  return text(col_name(), " = ", internal::ValueText::of(v, db_type_));
+  return text(Name{*this}, " = ", Value{v, db_type_});
 }
 
 Ptr_CommonExpr col::operator!=(const col& other) const {
-  return text(col_name(), " != ", other.col_name());
+  return text(Name{*this}, " != ", Name{other});
 }
 Ptr_CommonExpr col::operator!=(const SQLValue& v) const { return neq(v); }
 Ptr_CommonExpr col::neq(const SQLValue& v) const {
-  return text(col_name(), " != ", internal::ValueText::of(v, db_type_));
+  return text(Name{*this}, " != ", Value{v, db_type_});
 }
 
 Ptr_CommonExpr col::operator<(const SQLValue& v) const { return lt(v); }
 Ptr_CommonExpr col::lt(const SQLValue& v) const {
-  return text(col_name(), " < ", internal::ValueText::of(v, db_type_));
+  return text(Name{*this}, " < ", Value{v, db_type_});
 }
-Ptr_CommonExpr col::lt(const col& other) const { return text(col_name(), " < ", other.col_name()); }
+Ptr_CommonExpr col::lt(const col& other) const { return text(Name{*this}, " < ", Name{other}); }
 Ptr_CommonExpr col::operator<=(const col& other) const {
-  return text(col_name(), " <= ", other.col_name());
+  return text(Name{*this}, " <= ", Name{other});
 }
 Ptr_CommonExpr col::operator<=(const SQLValue& v) const {
-  return text(col_name(), " <= ", internal::ValueText::of(v, db_type_));
+  return text(Name{*this}, " <= ", Value{v, db_type_});
 }
 Ptr_CommonExpr col::operator>(const col& other) const {
-  return text(col_name(), " > ", other.col_name());
+  return text(Name{*this}, " > ", Name{other});
 }
 Ptr_CommonExpr col::operator>(const SQLValue& v) const { return gt(v); }
 Ptr_CommonExpr col::gt(const SQLValue& v) const {
-  return text(col_name(), " > ", internal::ValueText::of(v, db_type_));
+  return text(Name{*this}, " > ", Value{v, db_type_});
 }
 Ptr_CommonExpr col::operator>=(const col& other) const {
-  return text(col_name(), " >= ", other.col_name());
+  return text(Name{*this}, " >= ", Name{other});
 }
 Ptr_CommonExpr col::operator>=(const SQLValue& v) const {
-  return text(col_name(), " >= ", internal::ValueText::of(v, db_type_));
+  return text(Name{*this}, " >= ", Value{v, db_type_});
 }
 
 Ptr_CommonExpr col::operator|(const SQLValue& v) const {
-  return text(col_name(), " | ", internal::ValueText::of(v, db_type_));
+  return text(Name{*this}, " | ", Value{v, db_type_});
 }
 Ptr_CommonExpr col::operator|(const SQLExpr& e) const {
-  return text(col_name(), " | ", e.ToExpr());
+  return text(Name{*this}, " | ", e.ToExpr());
 }
 
-Ptr_CommonExpr col::in(const std::string& list) const { return text(col_name(), kIn, list, ")"); }
-Ptr_CommonExpr col::in(const std::vector<int>& values) const { return in(int_list(values)); }
+Ptr_CommonExpr col::in(const std::string& list) const { return text(Name{*this}, kIn, list, ")"); }
+Ptr_CommonExpr col::in(const std::vector<int>& values) const {
+  return int_condition(*this, kIn, values);
+}
 Ptr_CommonExpr col::in(const std::vector<std::string>& values) const {
   return in(quoted_list(values));
 }
 Ptr_CommonExpr col::in(const QueryBuilder& q) const { return in(q.tosql()); }
 Ptr_CommonExpr col::in(std::initializer_list<int> values) const {
-  return in(std::vector<int>(values));
+  return int_condition(*this, kIn, values);
 }
 Ptr_CommonExpr col::in(std::initializer_list<const char*> values) const {
   return in(internal::string_items(values));
 }
 
 Ptr_CommonExpr col::notin(const std::string& list) const {
-  return text(col_name(), kNotIn, list, ")");
+  return text(Name{*this}, kNotIn, list, ")");
 }
-Ptr_CommonExpr col::notin(const std::vector<int>& values) const { return notin(int_list(values)); }
+Ptr_CommonExpr col::notin(const std::vector<int>& values) const {
+  return int_condition(*this, kNotIn, values);
+}
 Ptr_CommonExpr col::notin(const std::vector<std::string>& values) const {
   return notin(quoted_list(values));
 }
 Ptr_CommonExpr col::notin(const QueryBuilder& q) const { return notin(q.tosql()); }
 Ptr_CommonExpr col::notin(std::initializer_list<int> values) const {
-  return notin(std::vector<int>(values));
+  return int_condition(*this, kNotIn, values);
 }
 Ptr_CommonExpr col::notin(std::initializer_list<const char*> values) const {
   return notin(internal::string_items(values));
 }
 
 Ptr_CommonExpr col::BETWEEN(const SQLValue& low, const SQLValue& high) const {
-  return text(col_name(), " BETWEEN ", internal::ValueText::of(low, db_type_), " AND ",
-              internal::ValueText::of(high, db_type_));
+  return text(Name{*this}, " BETWEEN ", Value{low, db_type_}, " AND ", Value{high, db_type_});
 }
 
 // The trailing blank is part of the text hosts match.
-Ptr_CommonExpr col::is_null() const { return text(col_name(), " IS NULL "); }
-Ptr_CommonExpr col::is_not_null() const { return text(col_name(), " IS NOT NULL "); }
+Ptr_CommonExpr col::is_null() const { return text(Name{*this}, " IS NULL "); }
+Ptr_CommonExpr col::is_not_null() const { return text(Name{*this}, " IS NOT NULL "); }
 
 Ptr_CommonExpr col::like(const std::string& pattern) const {
   return node<LikeExpr>(col_name(), pattern);
@@ -237,16 +273,16 @@ std::string value_list(const std::vector<SafeValue>& values, tessel::DBTYPE db) 
 // No engine takes an empty list: the empty forms say what it means.
 Ptr_CommonExpr col::in_values(const std::vector<SafeValue>& values) const {
   if (values.empty()) return text("1 = 0");
-  return text(col_name(), kIn, value_list(values, db_type_), ")");
+  return text(Name{*this}, kIn, value_list(values, db_type_), ")");
 }
 
 Ptr_CommonExpr col::not_in_values(const std::vector<SafeValue>& values) const {
   if (values.empty()) return text("1 = 1");
-  return text(col_name(), kNotIn, value_list(values, db_type_), ")");
+  return text(Name{*this}, kNotIn, value_list(values, db_type_), ")");
 }
 
 Ptr_CommonExpr col::like_escaped(const SafeValue& pattern, char escape) const {
-  return text(col_name(), " LIKE ", pattern.GetExpr(db_type_), " ESCAPE ",
+  return text(Name{*this}, " LIKE ", pattern.GetExpr(db_type_), " ESCAPE ",
               SafeValue(std::string(1, escape)).GetExpr(db_type_));
 }
 

@@ -8,7 +8,7 @@ namespace internal {
 namespace {
 
 template <typename Append>
-std::string join(const std::vector<col>& cols, tessel::DBTYPE db, Append append) {
+std::string join(Span<col> cols, tessel::DBTYPE db, Append append) {
   std::string out;
   for (const col& c : cols) {
     if (!out.empty()) out += " , ";
@@ -73,7 +73,7 @@ std::string column_text(const col& c, tessel::DBTYPE db) {
   return out;
 }
 
-void ColumnTexts::add(const std::vector<col>& cols, tessel::DBTYPE db) {
+void ColumnTexts::add(Span<col> cols, tessel::DBTYPE db) {
   for (const col& c : cols) {
     names_.emplace_back();
     ColumnText::append(names_.back(), c, db);
@@ -97,11 +97,11 @@ std::size_t ColumnTexts::size() const {
   return size;
 }
 
-std::string join_names(const std::vector<col>& cols, tessel::DBTYPE db) {
+std::string join_names(Span<col> cols, tessel::DBTYPE db) {
   return join(cols, db, &ColumnText::append);
 }
 
-std::string join_orders(const std::vector<col>& cols, tessel::DBTYPE db) {
+std::string join_orders(Span<col> cols, tessel::DBTYPE db) {
   return join(cols, db, &ColumnText::append_order);
 }
 

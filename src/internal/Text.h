@@ -5,9 +5,11 @@
 #include <memory>
 #include <new>
 #include <string>
+#include <typeinfo>
 #include <utility>
 #include <vector>
 
+#include "internal/Span.h"
 #include "vexel/SQLValue.h"
 #include "vexel/col.h"
 #include "vexel/tab.h"
@@ -31,6 +33,27 @@ std::string column_text(const col& c, tessel::DBTYPE db);
 struct ColumnText {
   static void append(std::string& out, const col& c, tessel::DBTYPE db) {
     c.append_text(out, db, db == tessel::DB_SQLITE);
+  }
+  // The column's col_name() text, written into `out`; a subclass may name
+  // itself otherwise, so only the class itself is written in place.
+  static void append_name(std::string& out, const col& c) {
+    if (typeid(c) != typeid(col)) {
+      out += c.col_name();
+      return;
+    }
+    c.append_text(out, c.db_type_,
+                  c.col_type_ != ColumnFunction && c.db_type_ == tessel::DB_SQLITE);
+  }
+  // The length append_name writes, for reserving; 0 for a subclass.
+  static std::size_t name_size(const col& c) {
+    if (typeid(c) != typeid(col)) return 0;
+    const bool sqlite = c.db_type_ == tessel::DB_SQLITE;
+    const std::size_t schema = c.schema_name_.empty() ? 0 : c.schema_name_.size() + 1;
+    if (c.col_type_ == ColumnFunction) {
+      return schema == 0 ? 0 : (sqlite ? 0 : schema) + c.col_name_.size();
+    }
+    return (c.excluded_ ? 9 : 0) + (sqlite ? 0 : schema) +
+           (c.table_name_.empty() ? 0 : c.table_name_.size() + 1) + c.col_name_.size();
   }
   static void append_order(std::string& out, const col& c, tessel::DBTYPE db) {
     append(out, c, db);
@@ -56,6 +79,18 @@ struct ValueText {
     }
   }
   static std::string of(const SQLValue& v, tessel::DBTYPE db) { return v.GetExpr(db); }
+  // The length append_exact writes when it is known beforehand, else 0.
+  static std::size_t size(const SQLValue& v) {
+    return typeid(v) == typeid(SQLValue) && !v.per_dialect_ ? v.value_.size() : 0;
+  }
+  // of(v, db) written into `out`; a subclass may render otherwise.
+  static void append_exact(std::string& out, const SQLValue& v, tessel::DBTYPE db) {
+    if (typeid(v) == typeid(SQLValue)) {
+      append(out, v, db);
+    } else {
+      out += v.GetExpr(db);
+    }
+  }
 };
 
 // Columns as text in a builder's dialect, for the lists of names that
@@ -63,7 +98,7 @@ struct ValueText {
 // after an optional reference ("inserted.").
 class ColumnTexts {
  public:
-  void add(const std::vector<col>& cols, tessel::DBTYPE db);
+  void add(Span<col> cols, tessel::DBTYPE db);
   void clear() { names_.clear(); }
   bool empty() const { return names_.empty(); }
   const std::vector<std::string>& names() const { return names_; }
@@ -79,9 +114,9 @@ class ColumnTexts {
 
 // Columns in dialect `db` by col_name(), separated by " , ". A column that
 // renders empty while nothing was written yet adds no separator.
-std::string join_names(const std::vector<col>& cols, tessel::DBTYPE db);
+std::string join_names(Span<col> cols, tessel::DBTYPE db);
 // Columns in dialect `db` by to_order(), separated by " , ".
-std::string join_orders(const std::vector<col>& cols, tessel::DBTYPE db);
+std::string join_orders(Span<col> cols, tessel::DBTYPE db);
 
 // A floating value with six decimals and no exponent, as printf's "%f"
 // writes it in the C locale ("1.500000", "-0.000001"), whatever locale the

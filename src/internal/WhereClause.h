@@ -5,6 +5,7 @@
 #define VEXEL_INTERNAL_WHERECLAUSE_H
 
 #include <string>
+#include <utility>
 
 #include "internal/Text.h"
 
@@ -13,8 +14,8 @@ namespace internal {
 
 class WhereClause {
  public:
-  void WHERE(const std::string& text) {
-    where_ = text;
+  void WHERE(std::string text) {
+    where_ = std::move(text);
     where_given_ = true;
   }
   // No brackets and no check that a condition was set: callers rely on it.
