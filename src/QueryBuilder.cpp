@@ -99,7 +99,7 @@ QueryBuilder& QueryBuilder::FROM(const QueryBuilder& sub, const std::string& ali
 }
 
 QueryBuilder& QueryBuilder::JOIN(const tab& t) {
-  if (SQLQuery* q = VEXEL_IMPL()) q->JOIN(" JOIN ", internal::table_text(t, db_type_));
+  if (SQLQuery* q = VEXEL_IMPL()) q->join_table(" JOIN ", t);
   return *this;
 }
 
@@ -114,7 +114,7 @@ QueryBuilder& QueryBuilder::JOIN(const QueryBuilder& sub, const std::string& ali
 }
 
 QueryBuilder& QueryBuilder::LEFT_JOIN(const tab& t) {
-  if (SQLQuery* q = VEXEL_IMPL()) q->JOIN(" LEFT JOIN ", internal::table_text(t, db_type_));
+  if (SQLQuery* q = VEXEL_IMPL()) q->join_table(" LEFT JOIN ", t);
   return *this;
 }
 
@@ -129,7 +129,7 @@ QueryBuilder& QueryBuilder::LEFT_JOIN(const QueryBuilder& sub, const std::string
 }
 
 QueryBuilder& QueryBuilder::RIGHT_JOIN(const tab& t) {
-  if (SQLQuery* q = VEXEL_IMPL()) q->JOIN(" RIGHT JOIN ", internal::table_text(t, db_type_));
+  if (SQLQuery* q = VEXEL_IMPL()) q->join_table(" RIGHT JOIN ", t);
   return *this;
 }
 

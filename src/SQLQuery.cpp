@@ -1,6 +1,7 @@
 #include "SQLQuery.h"
 
 #include <charconv>
+#include <cstring>
 
 #include "internal/ExprTree.h"
 #include "internal/Text.h"
@@ -35,13 +36,27 @@ void SQLQuery::ORDER_BY(internal::Span<col> cols) {
 
 void SQLQuery::SELECT(const CommonExpr& e) { assign(select_expression_, e); }
 
+// A new, empty entry at the end; room for a few is made at once.
+std::string& SQLQuery::add(std::vector<std::string>& list) {
+  if (list.capacity() == 0) list.reserve(4);
+  return list.emplace_back();
+}
+
 void SQLQuery::JOIN(const std::string& keyword, const std::string& target) {
-  joins_.push_back(keyword + target);
+  std::string& join = add(joins_);
+  join.reserve(keyword.size() + target.size());
+  join.append(keyword).append(target);
+}
+
+void SQLQuery::join_table(const char* keyword, const tab& t) {
+  std::string& join = add(joins_);
+  join.reserve(std::strlen(keyword) + t.schema_name().size() + 1 + t.get_only_table_name().size());
+  join += keyword;
+  internal::append_table(join, t);
 }
 
 void SQLQuery::ON(const CommonExpr& condition) {
-  ons_.emplace_back();
-  internal::ExprTree::append(ons_.back(), condition, db_type_);
+  internal::ExprTree::append(add(ons_), condition, db_type_);
 }
 
 void SQLQuery::WHERE(const CommonExpr& condition) { assign(where_, condition); }
@@ -64,70 +79,79 @@ void SQLQuery::extend(const char* connector, const CommonExpr& condition) {
     target = &ons_.back();
   }
   if (target == nullptr) return;
+  // A condition extended once is usually extended again.
+  if (target->capacity() < target->size() + 48) target->reserve(2 * target->size() + 96);
   *target += connector;
   internal::ExprTree::append(*target, condition, db_type_);
 }
 
 namespace {
 
-void put_number(std::string& s, int value) {
+void put_number(internal::Fill& f, int value) {
   char digits[12];
   const auto end = std::to_chars(digits, digits + sizeof digits, value).ptr;
-  s.append(digits, end);
+  f.put(digits, static_cast<std::size_t>(end - digits));
+}
+
+template <std::size_t N>
+void put_clause(internal::Fill& f, const char (&keyword)[N], const std::string& text) {
+  f.put(keyword, N - 1);
+  f.put(text);
 }
 
 }  // namespace
 
 std::string SQLQuery::render(const SelectForm& form) const {
-  // Room for every stored text and the keywords around them, so that the
-  // statement is written into one allocation.
   std::size_t size = 96 + select_expression_.size() + select_text_.size() + from_.size() +
                      where_.size() + group_text_.size() + having_.size() + order_text_.size() +
                      union_all_.size() + union_.size() + except_.size() + intersect_.size();
   for (const std::string& join : joins_) size += join.size();
   for (const std::string& on : ons_) size += on.size() + 4;
   std::string s;
-  s.reserve(size);
-  s += "SELECT ";
-  if (form.select_expression) s += select_expression_;
-  s += select_text_;
-  if (from_.empty() && !form.always_from) return s;
-  // SQL Server writes " FROM " even with nothing after it; callers match it.
-  s += " FROM ";
-  s += from_;
-  for (size_t i = 0; i < joins_.size(); ++i) {
-    s += joins_[i];
-    if (i < ons_.size()) s.append(" ON ").append(ons_[i]);
+  {
+    // Scoped: the text is trimmed to what was written when this ends.
+    internal::Fill f(s, size);
+    write(f, form);
   }
-  if (!where_.empty()) s.append(" WHERE ").append(where_);
-  if (has_group_) s.append(" GROUP BY ").append(group_text_);
-  if (!having_.empty()) s.append(" HAVING ").append(having_);
-  if (has_order_) s.append(" ORDER BY ").append(order_text_);
+  return s;
+}
+
+void SQLQuery::write(internal::Fill& f, const SelectForm& form) const {
+  f.put("SELECT ", 7);
+  if (form.select_expression) f.put(select_expression_);
+  f.put(select_text_);
+  if (from_.empty() && !form.always_from) return;
+  put_clause(f, " FROM ", from_);
+  for (size_t i = 0; i < joins_.size(); ++i) {
+    f.put(joins_[i]);
+    if (i < ons_.size()) put_clause(f, " ON ", ons_[i]);
+  }
+  if (!where_.empty()) put_clause(f, " WHERE ", where_);
+  if (has_group_) put_clause(f, " GROUP BY ", group_text_);
+  if (!having_.empty()) put_clause(f, " HAVING ", having_);
+  if (has_order_) put_clause(f, " ORDER BY ", order_text_);
   if (form.fetch_paging) {
-    // An offset without a limit is not rendered at all.
     if (limit_ != 0) {
-      s += " OFFSET ";
-      put_number(s, offset_);
-      s += " ROWS FETCH NEXT ";
-      put_number(s, limit_);
-      s += " ROWS ONLY";
+      f.put(" OFFSET ", 8);
+      put_number(f, offset_);
+      f.put(" ROWS FETCH NEXT ", 17);
+      put_number(f, limit_);
+      f.put(" ROWS ONLY", 10);
     }
   } else {
     if (limit_ != 0) {
-      s += " LIMIT ";
-      put_number(s, limit_);
+      f.put(" LIMIT ", 7);
+      put_number(f, limit_);
     }
     if (offset_ != 0) {
-      s += " OFFSET ";
-      put_number(s, offset_);
+      f.put(" OFFSET ", 8);
+      put_number(f, offset_);
     }
   }
-  // Set operations follow in a fixed order, whatever the call order was.
-  if (!union_all_.empty()) s.append(" UNION ALL ").append(union_all_);
-  if (!union_.empty()) s.append(" UNION ").append(union_);
-  if (!except_.empty()) s.append(" EXCEPT ").append(except_);
-  if (!intersect_.empty()) s.append(" INTERSECT ").append(intersect_);
-  return s;
+  if (!union_all_.empty()) put_clause(f, " UNION ALL ", union_all_);
+  if (!union_.empty()) put_clause(f, " UNION ", union_);
+  if (!except_.empty()) put_clause(f, " EXCEPT ", except_);
+  if (!intersect_.empty()) put_clause(f, " INTERSECT ", intersect_);
 }
 
 bool SQLQuery::run(const ExecForm& form, Variant variant, const internal::Site& site, int time_out,

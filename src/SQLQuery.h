@@ -49,6 +49,7 @@ class SQLQuery {
   void SELECT(const CommonExpr& e);
   void FROM(const std::string& from_text) { from_ = from_text; }
   void JOIN(const std::string& keyword, const std::string& target);
+  void join_table(const char* keyword, const tab& t);
   void ON(const CommonExpr& condition);
   void WHERE(const CommonExpr& condition);
   void HAVING(const CommonExpr& condition);
@@ -67,6 +68,7 @@ class SQLQuery {
   ~SQLQuery() = default;
 
   std::string render(const SelectForm& form) const;
+  void write(internal::Fill& f, const SelectForm& form) const;
   bool run(const ExecForm& form, Variant variant, const internal::Site& site, int time_out = 0,
            const std::string& collate_name = std::string());
 
@@ -74,6 +76,7 @@ class SQLQuery {
   // Replaces `target` by the condition's text in this dialect.
   void assign(std::string& target, const CommonExpr& condition) const;
   void extend(const char* connector, const CommonExpr& condition);
+  static std::string& add(std::vector<std::string>& list);
 
   // Column lists are kept as their text in this dialect; a list that was
   // given still writes its keyword when every column renders empty.

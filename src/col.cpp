@@ -13,9 +13,6 @@ col::col(const CommonExpr& e, const tessel::DBTYPE& db) : col_name_(e.GetExpr(db
 
 std::string col::plain_text(bool drop_schema) const {
   std::string text;
-  text.reserve((excluded_ ? 9 : 0) +
-               (drop_schema || schema_name_.empty() ? 0 : schema_name_.size() + 1) +
-               (table_name_.empty() ? 0 : table_name_.size() + 1) + col_name_.size());
   append_text(text, db_type_, drop_schema);
   return text;
 }
@@ -26,19 +23,9 @@ std::string col::function_text(tessel::DBTYPE db) const {
   return text;
 }
 
-// A function copied into a plain column renders nothing without a schema:
-// select lists rely on this to drop unqualified function names.
 void col::append_text(std::string& out, tessel::DBTYPE db, bool drop_schema) const {
-  if (col_type_ == ColumnFunction) {
-    if (schema_name_.empty()) return;
-    if (db != tessel::DB_SQLITE) out.append(schema_name_).push_back('.');
-    out += col_name_;
-    return;
-  }
-  if (excluded_) out += "EXCLUDED.";
-  if (!drop_schema && !schema_name_.empty()) out.append(schema_name_).push_back('.');
-  if (!table_name_.empty()) out.append(table_name_).push_back('.');
-  out += col_name_;
+  internal::Append a(out);
+  internal::ColumnText::put(a, *this, db, drop_schema);
 }
 
 std::string col::col_name() const {

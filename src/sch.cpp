@@ -5,7 +5,12 @@ namespace vexel {
 sch::sch(const std::string& name) : schema_name_(name) {}
 sch::sch(const char* name) : schema_name_(name != nullptr ? name : "") {}
 
-tab sch::tab(const std::string& name) const { return tab(vexel::tab(name)); }
+tab sch::tab(const std::string& name) const {
+  vexel::tab out(name);
+  out.set_schema_name(schema_name_);
+  out.set_db_type(db_type_);
+  return out;
+}
 tab sch::tab(const char* name) const { return tab(vexel::tab(name)); }
 
 tab sch::tab(const vexel::tab& t) const {

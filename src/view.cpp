@@ -1,5 +1,7 @@
 #include "vexel/view.h"
 
+#include "internal/Text.h"
+
 namespace vexel {
 
 view::view(const std::string& name) : table_name_(name) {}
@@ -18,11 +20,7 @@ std::string view::view_name() const {
 }
 
 col view::col(const std::string& name) const {
-  vexel::col c(name);
-  c.set_schema_name(schema_name_);
-  c.set_view_name(table_name_);
-  c.set_db_type(db_type_);
-  return c;
+  return internal::ColumnText::of(schema_name_, table_name_, name, db_type_);
 }
 
 col view::col(const char* name) const { return col(std::string(name != nullptr ? name : "")); }

@@ -320,6 +320,9 @@ class VEXEL_API col {
 
  private:
   friend struct internal::ColumnText;
+  col(const std::string& schema, const std::string& table, const std::string& name,
+      tessel::DBTYPE db)
+      : schema_name_(schema), table_name_(table), col_name_(name), db_type_(db) {}
 };
 
 }  // namespace vexel

@@ -43,17 +43,19 @@ std::size_t size_of(std::string_view s) { return s.size(); }
 std::size_t size_of(const Name& n) { return internal::ColumnText::name_size(n.c); }
 std::size_t size_of(const Value& v) { return internal::ValueText::size(v.v); }
 
-void put(std::string& out, std::string_view s) { out.append(s); }
-void put(std::string& out, const Name& n) { internal::ColumnText::append_name(out, n.c); }
-void put(std::string& out, const Value& v) { internal::ValueText::append_exact(out, v.v, v.db); }
+void put(internal::Fill& f, std::string_view s) { f.put(s.data(), s.size()); }
+void put(internal::Fill& f, const Name& n) { internal::ColumnText::put_name(f, n.c); }
+void put(internal::Fill& f, const Value& v) { internal::ValueText::put(f, v.v, v.db); }
 
 // A finished condition: its parts appended once into one text, kept in the
 // holder without a node.
 template <typename... Parts>
 Ptr_CommonExpr text(const Parts&... parts) {
   std::string t;
-  t.reserve((size_of(parts) + ...));
-  (put(t, parts), ...);
+  {
+    internal::Fill f(t, (size_of(parts) + ...));
+    (put(f, parts), ...);
+  }
   return internal::ExprTree::finished(std::move(t));
 }
 
@@ -62,16 +64,18 @@ std::string quoted(const std::string& s) { return "'" + s + "'"; }
 // "c IN (1,2,3)": the numbers written straight into the condition.
 Ptr_CommonExpr int_condition(const col& c, const char* op, internal::Span<int> values) {
   std::string t;
-  t.reserve(internal::ColumnText::name_size(c) + 10 + 4 * values.size());
-  internal::ColumnText::append_name(t, c);
-  t += op;
-  for (std::size_t i = 0; i < values.size(); ++i) {
-    if (i > 0) t += ',';
-    char digits[12];
-    const auto end = std::to_chars(digits, digits + sizeof digits, values[i]).ptr;
-    t.append(digits, end);
+  {
+    internal::Fill f(t, internal::ColumnText::name_size(c) + 10 + 4 * values.size());
+    internal::ColumnText::put_name(f, c);
+    f.put(op);
+    for (std::size_t i = 0; i < values.size(); ++i) {
+      if (i > 0) f.put(',');
+      char digits[12];
+      const auto end = std::to_chars(digits, digits + sizeof digits, values[i]).ptr;
+      f.put(digits, static_cast<std::size_t>(end - digits));
+    }
+    f.put(')');
   }
-  t += ')';
   return internal::ExprTree::finished(std::move(t));
 }
 

@@ -7,12 +7,24 @@ namespace vexel {
 namespace internal {
 namespace {
 
-template <typename Append>
-std::string join(Span<col> cols, tessel::DBTYPE db, Append append) {
-  std::string out;
+std::string join(Span<col> cols, tessel::DBTYPE db, bool with_order) {
+  std::size_t size = 0;
   for (const col& c : cols) {
-    if (!out.empty()) out += " , ";
-    append(out, c, db);
+    size += ColumnText::size(c, db, db == tessel::DB_SQLITE) + c.only_order_sql().size() + 3;
+  }
+  std::string out;
+  {
+    // Scoped: the text is trimmed to what was written when this ends.
+    Fill f(out, size > 3 ? size - 3 : 0);
+    for (const col& c : cols) {
+      // Only a leading empty text goes without a separator.
+      if (f.size() != 0) f.put(" , ", 3);
+      if (with_order) {
+        ColumnText::put_order(f, c, db);
+      } else {
+        ColumnText::put(f, c, db, db == tessel::DB_SQLITE);
+      }
+    }
   }
   return out;
 }
@@ -61,6 +73,11 @@ std::vector<col> with_dialect(const std::vector<col>& cols, tessel::DBTYPE db) {
 // A table's text is the same in every dialect.
 std::string table_text(const tab& t, tessel::DBTYPE /*db*/) { return t.table_name(); }
 
+void append_table(std::string& out, const tab& t) {
+  if (!t.schema_name().empty()) out.append(t.schema_name()).push_back('.');
+  out += t.get_only_table_name();
+}
+
 std::string view_text(const view& v, tessel::DBTYPE db) {
   view copy(v);
   copy.set_db_type(db);
@@ -98,11 +115,11 @@ std::size_t ColumnTexts::size() const {
 }
 
 std::string join_names(Span<col> cols, tessel::DBTYPE db) {
-  return join(cols, db, &ColumnText::append);
+  return join(cols, db, false);
 }
 
 std::string join_orders(Span<col> cols, tessel::DBTYPE db) {
-  return join(cols, db, &ColumnText::append_order);
+  return join(cols, db, true);
 }
 
 }  // namespace internal

@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "internal/Fill.h"
 #include "internal/Span.h"
 #include "vexel/SQLValue.h"
 #include "vexel/col.h"
@@ -25,6 +26,8 @@ std::vector<col> with_dialect(const std::vector<col>& cols, tessel::DBTYPE db);
 
 // A table's, view's or column's text as the builder's dialect renders it.
 std::string table_text(const tab& t, tessel::DBTYPE db);
+// table_text written into `out`.
+void append_table(std::string& out, const tab& t);
 std::string view_text(const view& v, tessel::DBTYPE db);
 std::string column_text(const col& c, tessel::DBTYPE db);
 
@@ -32,32 +35,70 @@ std::string column_text(const col& c, tessel::DBTYPE db);
 // (col(c, db).col_name(), and to_order()), appended without the copy.
 struct ColumnText {
   static void append(std::string& out, const col& c, tessel::DBTYPE db) {
-    c.append_text(out, db, db == tessel::DB_SQLITE);
-  }
-  // The column's col_name() text, written into `out`; a subclass may name
-  // itself otherwise, so only the class itself is written in place.
-  static void append_name(std::string& out, const col& c) {
-    if (typeid(c) != typeid(col)) {
-      out += c.col_name();
-      return;
-    }
-    c.append_text(out, c.db_type_,
-                  c.col_type_ != ColumnFunction && c.db_type_ == tessel::DB_SQLITE);
-  }
-  // The length append_name writes, for reserving; 0 for a subclass.
-  static std::size_t name_size(const col& c) {
-    if (typeid(c) != typeid(col)) return 0;
-    const bool sqlite = c.db_type_ == tessel::DB_SQLITE;
-    const std::size_t schema = c.schema_name_.empty() ? 0 : c.schema_name_.size() + 1;
-    if (c.col_type_ == ColumnFunction) {
-      return schema == 0 ? 0 : (sqlite ? 0 : schema) + c.col_name_.size();
-    }
-    return (c.excluded_ ? 9 : 0) + (sqlite ? 0 : schema) +
-           (c.table_name_.empty() ? 0 : c.table_name_.size() + 1) + c.col_name_.size();
+    Append a(out);
+    put(a, c, db, db == tessel::DB_SQLITE);
   }
   static void append_order(std::string& out, const col& c, tessel::DBTYPE db) {
     append(out, c, db);
     out += c.order_sql_;
+  }
+  // The column's col_name() text; a subclass may name itself otherwise, so
+  // only the class itself is written in place.
+  static void put_name(Fill& f, const col& c) {
+    if (typeid(c) != typeid(col)) {
+      f.put(c.col_name());
+      return;
+    }
+    put(f, c, c.db_type_, c.col_type_ != ColumnFunction && c.db_type_ == tessel::DB_SQLITE);
+  }
+  // The length put_name writes, for making room; 0 for a subclass.
+  static std::size_t name_size(const col& c) {
+    return typeid(c) == typeid(col) ? size(c, c.db_type_, c.db_type_ == tessel::DB_SQLITE) : 0;
+  }
+  // The text in dialect `db`: a function's as that dialect writes it, a
+  // plain column's without its schema when `drop_schema`.
+  template <typename Sink>
+  static void put(Sink& f, const col& c, tessel::DBTYPE db, bool drop_schema) {
+    if (c.col_type_ == ColumnFunction) {
+      // A function copied into a plain column renders nothing without a
+      // schema: select lists rely on this to drop unqualified function names.
+      if (c.schema_name_.empty()) return;
+      if (db != tessel::DB_SQLITE) put_part(f, c.schema_name_);
+      f.put(c.col_name_);
+      return;
+    }
+    if (c.excluded_) f.put("EXCLUDED.", 9);
+    if (!drop_schema && !c.schema_name_.empty()) put_part(f, c.schema_name_);
+    if (!c.table_name_.empty()) put_part(f, c.table_name_);
+    f.put(c.col_name_);
+  }
+  static void put_order(Fill& f, const col& c, tessel::DBTYPE db) {
+    put(f, c, db, db == tessel::DB_SQLITE);
+    f.put(c.order_sql_);
+  }
+  // The length put writes.
+  static std::size_t size(const col& c, tessel::DBTYPE db, bool drop_schema) {
+    const std::size_t schema = c.schema_name_.empty() ? 0 : c.schema_name_.size() + 1;
+    if (c.col_type_ == ColumnFunction) {
+      return schema == 0 ? 0 : (db == tessel::DB_SQLITE ? 0 : schema) + c.col_name_.size();
+    }
+    return (c.excluded_ ? 9 : 0) + (drop_schema ? 0 : schema) +
+           (c.table_name_.empty() ? 0 : c.table_name_.size() + 1) + c.col_name_.size();
+  }
+  static std::size_t order_size(const col& c, tessel::DBTYPE db) {
+    return size(c, db, db == tessel::DB_SQLITE) + c.order_sql_.size();
+  }
+  // The column `name` of a table or view, made with its parts at once.
+  static col of(const std::string& schema, const std::string& table, const std::string& name,
+                tessel::DBTYPE db) {
+    return col(schema, table, name, db);
+  }
+
+ private:
+  template <typename Sink>
+  static void put_part(Sink& f, const std::string& part) {
+    f.put(part);
+    f.put('.');
   }
 };
 
@@ -83,12 +124,12 @@ struct ValueText {
   static std::size_t size(const SQLValue& v) {
     return typeid(v) == typeid(SQLValue) && !v.per_dialect_ ? v.value_.size() : 0;
   }
-  // of(v, db) written into `out`; a subclass may render otherwise.
-  static void append_exact(std::string& out, const SQLValue& v, tessel::DBTYPE db) {
-    if (typeid(v) == typeid(SQLValue)) {
-      append(out, v, db);
+  // of(v, db) written into `f`; a subclass may render otherwise.
+  static void put(Fill& f, const SQLValue& v, tessel::DBTYPE db) {
+    if (typeid(v) == typeid(SQLValue) && !v.per_dialect_) {
+      f.put(v.value_);
     } else {
-      out += v.GetExpr(db);
+      f.put(v.GetExpr(db));
     }
   }
 };
