@@ -17,11 +17,13 @@ std::string SQLDelete::render(const Form& form) const {
     const std::size_t dot = table_name_.find('.');
     if (dot != std::string::npos) from = dot + 1;
   }
-  std::string sql;
-  sql.reserve(40 + table_name_.size() + where_size() + returned_.size());
-  sql.append("DELETE FROM ").append(table_name_, from, std::string::npos);
-  put_where_returning(sql, returned_, form.output_ref);
-  return sql;
+  std::string text;
+  {
+    internal::Fill sql(text, 40 + table_name_.size() + where_size() + returned_.size());
+    sql.append("DELETE FROM ").append(table_name_, from, std::string::npos);
+    put_where_returning(sql, returned_, form.output_ref);
+  }
+  return text;
 }
 
 bool SQLDelete::run(const Form& form, internal::ConnOp op, const internal::Site& site) {

@@ -55,9 +55,17 @@ void SQLInsert::RETURNING(internal::Span<col> cols, tessel::DBTYPE db) {
 }
 
 std::string SQLInsert::upsert_text() const {
-  std::string sql;
-  sql.reserve(64 + table_name_.size() + columns_.size() + rows_.size() + where_size() +
-              conflict_columns_.size() + returning_columns_.size() + 32 * set_values_.size());
+  std::string text;
+  {
+    internal::Fill sql(text, 64 + table_name_.size() + columns_.size() + rows_.size() +
+                                 where_size() + conflict_columns_.size() +
+                                 returning_columns_.size() + 32 * set_values_.size());
+    write_upsert(sql);
+  }
+  return text;
+}
+
+void SQLInsert::write_upsert(internal::Fill& sql) const {
   // No blank before "(" nor after " VALUES": hosts compare the text.
   sql.append("INSERT INTO ").append(table_name_).append("(").append(columns_).append(")");
   if (select_.empty()) {
@@ -79,7 +87,7 @@ std::string SQLInsert::upsert_text() const {
       for (const auto& entry : set_values_) {
         sql.append(entry.first).append(" = ").append(entry.second).append(", ");
       }
-      sql.resize(sql.size() - 2);
+      sql.drop(2);
     }
   }
   // Lands behind the VALUES list even without a conflict clause.
@@ -88,13 +96,20 @@ std::string SQLInsert::upsert_text() const {
     sql += " RETURNING ";
     returning_columns_.put(sql, "");
   }
-  return sql;
 }
 
 std::string SQLInsert::sqlserver_text() const {
-  std::string sql;
-  sql.reserve(96 + 2 * (table_name_.size() + columns_.size() + rows_.size()) +
-              2 * (conflict_columns_.size() + returning_columns_.size()) + 48 * set_values_.size());
+  std::string text;
+  {
+    internal::Fill sql(text, 96 + 2 * (table_name_.size() + columns_.size() + rows_.size()) +
+                                 2 * (conflict_columns_.size() + returning_columns_.size()) +
+                                 48 * set_values_.size());
+    write_sqlserver(sql);
+  }
+  return text;
+}
+
+void SQLInsert::write_sqlserver(internal::Fill& sql) const {
   if (conflict_columns_.empty()) {
     sql.append("INSERT INTO ").append(table_name_).append("(").append(columns_).append(")");
     // Capital "Inserted." here, "inserted." in MERGE: both are what hosts expect.
@@ -107,9 +122,12 @@ std::string SQLInsert::sqlserver_text() const {
     } else {
       sql.append(" ").append(select_);
     }
-    return sql;
+    return;
   }
-  if (!select_.empty()) return merge_select_text(std::move(sql));
+  if (!select_.empty()) {
+    write_merge_select(sql);
+    return;
+  }
   if (row_count_ != 1) {
     // The one exception the library throws, and a std::string at that:
     // callers catch this exact text, misspelling included.
@@ -118,12 +136,11 @@ std::string SQLInsert::sqlserver_text() const {
   sql.append("MERGE INTO ").append(table_name_);
   sql.append(" USING (VALUES").append(rows_).append(") AS Excluded(").append(columns_).append(")");
   put_merge_tail(sql, rows_);
-  return sql;
 }
 
 // From " ON(" on: the match, the insert of `inserted`, the update and the
 // returned columns.
-void SQLInsert::put_merge_tail(std::string& sql, const std::string& inserted) const {
+void SQLInsert::put_merge_tail(internal::Fill& sql, const std::string& inserted) const {
   sql += " ON(";
   const std::vector<std::string>& conflict = conflict_columns_.names();
   for (std::size_t i = 0; i < conflict.size(); ++i) {
@@ -150,11 +167,10 @@ void SQLInsert::put_merge_tail(std::string& sql, const std::string& inserted) co
 }
 
 // A MERGE whose source is a query: its rows arrive as Excluded.
-std::string SQLInsert::merge_select_text(std::string sql) const {
+void SQLInsert::write_merge_select(internal::Fill& sql) const {
   sql.append("MERGE INTO ").append(table_name_);
   sql.append(" USING (").append(select_).append(") AS Excluded(").append(columns_).append(")");
   put_merge_tail(sql, "(" + excluded_columns_ + ")");
-  return sql;
 }
 
 bool SQLInsert::run(const RunForm& form, const internal::Site& site) {

@@ -56,8 +56,10 @@ class SQLInsert : public internal::WhereClause {
   // Throws the std::string "invaild param, values size = N" for a MERGE
   // whose VALUES rows are not exactly one.
   std::string sqlserver_text() const;
-  std::string merge_select_text(std::string sql) const;
-  void put_merge_tail(std::string& sql, const std::string& inserted) const;
+  void write_upsert(internal::Fill& sql) const;
+  void write_sqlserver(internal::Fill& sql) const;
+  void write_merge_select(internal::Fill& sql) const;
+  void put_merge_tail(internal::Fill& sql, const std::string& inserted) const;
   bool run(const RunForm& form, const internal::Site& site);
 
  private:

@@ -163,27 +163,29 @@ std::string SQLUpdate::render(const Form& form) const {
   // "UPDATE t" + the column name with no blank: the short form hosts use.
   if (form.column_form && !update_column_.empty()) return "UPDATE " + table_name_ + update_column_;
 
-  std::string sql;
   std::size_t size = 48 + table_name_.size() + where_size();
   for (const auto& entry : set_values_) size += entry.first.size() + entry.second.size() + 5;
   size += returned_.size();
-  sql.reserve(size);
-  sql.append("UPDATE ").append(table_name_).append(" SET ");
-  for (const auto& entry : set_values_) {
-    sql.append(entry.first).append(" = ").append(entry.second).append(", ");
-  }
-  if (form.batch != Batch::kIgnored) {
-    if (!union_sets_.empty()) sql += union_piece(form);
-    if (!batch_sets_.empty()) {
-      sql += form.batch == Batch::kJoinValues ? join_values_piece() : case_piece();
+  std::string text;
+  {
+    internal::Fill sql(text, size);
+    sql.append("UPDATE ").append(table_name_).append(" SET ");
+    for (const auto& entry : set_values_) {
+      sql.append(entry.first).append(" = ").append(entry.second).append(", ");
     }
-  }
-  // Drops the last ", ", or "T " of " SET " when nothing was assigned: the
-  // database then reports the empty assignment.
-  sql.resize(sql.size() - 2);
+    if (form.batch != Batch::kIgnored) {
+      if (!union_sets_.empty()) sql += union_piece(form);
+      if (!batch_sets_.empty()) {
+        sql += form.batch == Batch::kJoinValues ? join_values_piece() : case_piece();
+      }
+    }
+    // Drops the last ", ", or "T " of " SET " when nothing was assigned: the
+    // database then reports the empty assignment.
+    sql.drop(2);
 
-  put_where_returning(sql, returned_, form.output_ref);
-  return sql;
+    put_where_returning(sql, returned_, form.output_ref);
+  }
+  return text;
 }
 
 bool SQLUpdate::run(const Form& form, internal::ConnOp op, const internal::Site& site) {

@@ -38,6 +38,29 @@ class Fill {
   }
   // The length of the text so far.
   std::size_t size() const { return static_cast<std::size_t>(p_ - out_.data()); }
+  // Takes back the last `n` bytes written.
+  void drop(std::size_t n) { p_ -= n < size() ? n : size(); }
+
+  // The string operations the renderers use, so that a text written into a
+  // string reads the same written into room.
+  Fill& append(const std::string& s) {
+    put(s);
+    return *this;
+  }
+  Fill& append(const char* s) {
+    put(s);
+    return *this;
+  }
+  Fill& append(const std::string& s, std::size_t from, std::size_t n) {
+    if (from < s.size()) put(s.data() + from, n < s.size() - from ? n : s.size() - from);
+    return *this;
+  }
+  Fill& operator+=(const std::string& s) { return append(s); }
+  Fill& operator+=(const char* s) { return append(s); }
+  Fill& operator+=(char c) {
+    put(c);
+    return *this;
+  }
 
  private:
   void grow(std::size_t n) {

@@ -101,7 +101,7 @@ bool ColumnTexts::listed(const char* ref) const {
   return names_.size() > 1 || (names_.size() == 1 && (*ref != '\0' || !names_[0].empty()));
 }
 
-void ColumnTexts::put(std::string& out, const char* ref) const {
+void ColumnTexts::put(Fill& out, const char* ref) const {
   for (std::size_t i = 0; i < names_.size(); ++i) {
     if (i > 0) out += ',';
     out.append(ref).append(names_[i]);
@@ -114,13 +114,9 @@ std::size_t ColumnTexts::size() const {
   return size;
 }
 
-std::string join_names(Span<col> cols, tessel::DBTYPE db) {
-  return join(cols, db, false);
-}
+std::string join_names(Span<col> cols, tessel::DBTYPE db) { return join(cols, db, false); }
 
-std::string join_orders(Span<col> cols, tessel::DBTYPE db) {
-  return join(cols, db, true);
-}
+std::string join_orders(Span<col> cols, tessel::DBTYPE db) { return join(cols, db, true); }
 
 }  // namespace internal
 }  // namespace vexel

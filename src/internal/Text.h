@@ -146,7 +146,7 @@ class ColumnTexts {
   // Whether the list writes any text at all: its keyword goes only then.
   bool listed(const char* ref) const;
   // The names separated by ",".
-  void put(std::string& out, const char* ref) const;
+  void put(Fill& out, const char* ref) const;
   std::size_t size() const;
 
  private:

@@ -3,7 +3,7 @@
 namespace vexel {
 namespace internal {
 
-void WhereClause::put_where_returning(std::string& out, const ColumnTexts& returned,
+void WhereClause::put_where_returning(Fill& out, const ColumnTexts& returned,
                                       const char* output_ref) const {
   const char* ref = output_ref != nullptr ? output_ref : "";
   const bool listed = returned.listed(ref);
