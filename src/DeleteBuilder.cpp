@@ -1,6 +1,9 @@
 #include "vexel/DeleteBuilder.h"
 
+#include <utility>
+
 #include "SQLDelete.h"
+#include "internal/ExprTree.h"
 #include "internal/Facade.h"
 #include "internal/Log.h"
 #include "internal/StrictWhere.h"
@@ -36,6 +39,16 @@ DeleteBuilder& DeleteBuilder::DELETE_FROM(const tab& t) {
 DeleteBuilder& DeleteBuilder::WHERE(const CommonExpr& condition) {
   if (SQLDelete* b = VEXEL_IMPL()) {
     std::string text = condition.GetExpr(db_type_);
+    internal::warn_if_unfiltered(text, VEXEL_SITE);
+    b->WHERE(std::move(text));
+  }
+  return *this;
+}
+
+DeleteBuilder& DeleteBuilder::WHERE(Ptr_CommonExpr&& condition) {
+  std::string text;
+  if (!internal::ExprTree::take(condition, text)) return WHERE(std::as_const(condition));
+  if (SQLDelete* b = VEXEL_IMPL()) {
     internal::warn_if_unfiltered(text, VEXEL_SITE);
     b->WHERE(std::move(text));
   }

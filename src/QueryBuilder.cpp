@@ -1,5 +1,7 @@
 #include "vexel/QueryBuilder.h"
 
+#include <utility>
+
 #include "SQLQuery.h"
 #include "internal/Facade.h"
 #include "internal/Log.h"
@@ -148,13 +150,28 @@ QueryBuilder& QueryBuilder::ON(const CommonExpr& condition) {
   return *this;
 }
 
+QueryBuilder& QueryBuilder::ON(Ptr_CommonExpr&& condition) {
+  if (SQLQuery* q = VEXEL_IMPL()) q->ON(std::move(condition));
+  return *this;
+}
+
 QueryBuilder& QueryBuilder::WHERE(const CommonExpr& condition) {
   if (SQLQuery* q = VEXEL_IMPL()) q->WHERE(condition);
   return *this;
 }
 
+QueryBuilder& QueryBuilder::WHERE(Ptr_CommonExpr&& condition) {
+  if (SQLQuery* q = VEXEL_IMPL()) q->WHERE(std::move(condition));
+  return *this;
+}
+
 QueryBuilder& QueryBuilder::HAVING(const CommonExpr& condition) {
   if (SQLQuery* q = VEXEL_IMPL()) q->HAVING(condition);
+  return *this;
+}
+
+QueryBuilder& QueryBuilder::HAVING(Ptr_CommonExpr&& condition) {
+  if (SQLQuery* q = VEXEL_IMPL()) q->HAVING(std::move(condition));
   return *this;
 }
 

@@ -2,6 +2,7 @@
 
 #include <charconv>
 #include <cstring>
+#include <utility>
 
 #include "internal/ExprTree.h"
 #include "internal/Text.h"
@@ -20,6 +21,10 @@ void SQLQuery::assign(std::string& target, const CommonExpr& condition) const {
   internal::ExprTree::append(target, condition, db_type_);
 }
 
+void SQLQuery::assign(std::string& target, Ptr_CommonExpr&& condition) const {
+  if (!internal::ExprTree::take(condition, target)) assign(target, std::as_const(condition));
+}
+
 void SQLQuery::SELECT(internal::Span<col> cols) {
   select_text_ = internal::join_names(cols, db_type_);
 }
@@ -36,30 +41,37 @@ void SQLQuery::ORDER_BY(internal::Span<col> cols) {
 
 void SQLQuery::SELECT(const CommonExpr& e) { assign(select_expression_, e); }
 
-// A new, empty entry at the end; room for a few is made at once.
-std::string& SQLQuery::add(std::vector<std::string>& list) {
-  if (list.capacity() == 0) list.reserve(4);
-  return list.emplace_back();
+SQLQuery::Join& SQLQuery::entry(std::size_t n) {
+  if (n == joins_.size()) {
+    // Room for a few at once: a statement rarely has more joins.
+    if (joins_.capacity() == 0) joins_.reserve(4);
+    joins_.emplace_back();
+  }
+  return joins_[n];
 }
 
-void SQLQuery::JOIN(const std::string& keyword, const std::string& target) {
-  std::string& join = add(joins_);
-  join.reserve(keyword.size() + target.size());
-  join.append(keyword).append(target);
+void SQLQuery::JOIN(const char* keyword, std::string target) {
+  Join& join = entry(join_count_++);
+  join.keyword = keyword;
+  join.target = std::move(target);
 }
 
 void SQLQuery::join_table(const char* keyword, const tab& t) {
-  std::string& join = add(joins_);
-  join.reserve(std::strlen(keyword) + t.schema_name().size() + 1 + t.get_only_table_name().size());
-  join += keyword;
-  internal::append_table(join, t);
+  Join& join = entry(join_count_++);
+  join.keyword = keyword;
+  join.target.clear();
+  internal::append_table(join.target, t);
 }
 
-void SQLQuery::ON(const CommonExpr& condition) {
-  internal::ExprTree::append(add(ons_), condition, db_type_);
+void SQLQuery::ON(const CommonExpr& condition) { assign(entry(on_count_++).on, condition); }
+
+void SQLQuery::ON(Ptr_CommonExpr&& condition) {
+  assign(entry(on_count_++).on, std::move(condition));
 }
 
 void SQLQuery::WHERE(const CommonExpr& condition) { assign(where_, condition); }
+void SQLQuery::WHERE(Ptr_CommonExpr&& condition) { assign(where_, std::move(condition)); }
+void SQLQuery::HAVING(Ptr_CommonExpr&& condition) { assign(having_, std::move(condition)); }
 
 void SQLQuery::HAVING(const CommonExpr& condition) { assign(having_, condition); }
 
@@ -75,8 +87,8 @@ void SQLQuery::extend(const char* connector, const CommonExpr& condition) {
     target = &having_;
   } else if (!where_.empty()) {
     target = &where_;
-  } else if (!ons_.empty()) {
-    target = &ons_.back();
+  } else if (on_count_ != 0) {
+    target = &joins_[on_count_ - 1].on;
   }
   if (target == nullptr) return;
   // A condition extended once is usually extended again.
@@ -105,8 +117,7 @@ std::string SQLQuery::render(const SelectForm& form) const {
   std::size_t size = 96 + select_expression_.size() + select_text_.size() + from_.size() +
                      where_.size() + group_text_.size() + having_.size() + order_text_.size() +
                      union_all_.size() + union_.size() + except_.size() + intersect_.size();
-  for (const std::string& join : joins_) size += join.size();
-  for (const std::string& on : ons_) size += on.size() + 4;
+  for (const Join& join : joins_) size += 16 + join.target.size() + join.on.size();
   std::string s;
   {
     // Scoped: the text is trimmed to what was written when this ends.
@@ -122,9 +133,10 @@ void SQLQuery::write(internal::Fill& f, const SelectForm& form) const {
   f.put(select_text_);
   if (from_.empty() && !form.always_from) return;
   put_clause(f, " FROM ", from_);
-  for (size_t i = 0; i < joins_.size(); ++i) {
-    f.put(joins_[i]);
-    if (i < ons_.size()) put_clause(f, " ON ", ons_[i]);
+  for (std::size_t i = 0; i < join_count_; ++i) {
+    f.put(joins_[i].keyword);
+    f.put(joins_[i].target);
+    if (i < on_count_) put_clause(f, " ON ", joins_[i].on);
   }
   if (!where_.empty()) put_clause(f, " WHERE ", where_);
   if (has_group_) put_clause(f, " GROUP BY ", group_text_);

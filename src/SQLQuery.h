@@ -48,11 +48,14 @@ class SQLQuery {
   void SELECT(internal::Span<col> cols);
   void SELECT(const CommonExpr& e);
   void FROM(const std::string& from_text) { from_ = from_text; }
-  void JOIN(const std::string& keyword, const std::string& target);
+  void JOIN(const char* keyword, std::string target);
   void join_table(const char* keyword, const tab& t);
   void ON(const CommonExpr& condition);
   void WHERE(const CommonExpr& condition);
   void HAVING(const CommonExpr& condition);
+  void ON(Ptr_CommonExpr&& condition);
+  void WHERE(Ptr_CommonExpr&& condition);
+  void HAVING(Ptr_CommonExpr&& condition);
   void AND(const CommonExpr& condition);
   void OR(const CommonExpr& condition);
   void GROUP_BY(internal::Span<col> cols);
@@ -75,8 +78,16 @@ class SQLQuery {
  private:
   // Replaces `target` by the condition's text in this dialect.
   void assign(std::string& target, const CommonExpr& condition) const;
+  void assign(std::string& target, Ptr_CommonExpr&& condition) const;
   void extend(const char* connector, const CommonExpr& condition);
-  static std::string& add(std::vector<std::string>& list);
+  // The n-th JOIN and the n-th ON form entry n, whatever order they came
+  // in; an ON beyond the joins renders nowhere, but AND/OR still extend it.
+  struct Join {
+    const char* keyword = nullptr;  // a literal; null until the entry's JOIN came
+    std::string target;
+    std::string on;
+  };
+  Join& entry(std::size_t n);
 
   // Column lists are kept as their text in this dialect; a list that was
   // given still writes its keyword when every column renders empty.
@@ -90,8 +101,9 @@ class SQLQuery {
   std::string having_;
   int limit_ = 0;
   int offset_ = 0;
-  std::vector<std::string> joins_;
-  std::vector<std::string> ons_;
+  std::vector<Join> joins_;
+  std::size_t join_count_ = 0;
+  std::size_t on_count_ = 0;
   std::string union_;
   std::string union_all_;
   std::string except_;

@@ -56,10 +56,14 @@ class VEXEL_API DeleteBuilder {
 
   /// The table: "DELETE FROM shop.items".
   DeleteBuilder& DELETE_FROM(const tab& t);
+  ///@{
   /// A condition that renders empty leaves no WHERE, so the statement
   /// changes every row: logged as a warning (level 4), and refused by
-  /// Execute in strict mode.
+  /// Execute in strict mode. A condition given as a temporary hands its
+  /// text over instead of having it copied.
   DeleteBuilder& WHERE(const CommonExpr& condition);
+  DeleteBuilder& WHERE(Ptr_CommonExpr&& condition);
+  ///@}
   ///@{
   /// Extend the WHERE condition, without brackets (see QueryBuilder::AND).
   DeleteBuilder& AND(const CommonExpr& condition);

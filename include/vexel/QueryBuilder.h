@@ -98,13 +98,23 @@ class VEXEL_API QueryBuilder {
   QueryBuilder& RIGHT_JOIN(const view& v);
   QueryBuilder& RIGHT_JOIN(const QueryBuilder& sub, const std::string& alias);
   ///@}
-  /// The condition of the last join.
+  ///@{
+  /// The condition of the last join. A condition given as a temporary hands
+  /// its text over instead of having it copied.
   QueryBuilder& ON(const CommonExpr& condition);
+  QueryBuilder& ON(Ptr_CommonExpr&& condition);
+  ///@}
+  ///@{
   /// The WHERE condition; a second WHERE replaces the first (combine with AND/OR
   /// or build one condition instead).
   QueryBuilder& WHERE(const CommonExpr& condition);
+  QueryBuilder& WHERE(Ptr_CommonExpr&& condition);
+  ///@}
+  ///@{
   /// The HAVING condition: `HAVING(vexel::SUM(o.col("qty")) > vexel::SQLValue(5))`.
   QueryBuilder& HAVING(const CommonExpr& condition);
+  QueryBuilder& HAVING(Ptr_CommonExpr&& condition);
+  ///@}
   ///@{
   /// Extends HAVING if set, else WHERE, else the last ON; no brackets.
   /// `WHERE(a).OR(b).AND(c)` renders "WHERE a OR b AND c", which SQL reads

@@ -84,10 +84,14 @@ class VEXEL_API UpdateBuilder {
   /// The value for the builder's dialect; without one the builder is left
   /// unchanged and the miss is logged.
   UpdateBuilder& SET(const col& c, const std::map<tessel::DBTYPE, SQLValue>& per_dialect);
+  ///@{
   /// A condition that renders empty leaves no WHERE, so the statement
   /// changes every row: logged as a warning (level 4), and refused by
-  /// Execute in strict mode.
+  /// Execute in strict mode. A condition given as a temporary hands its
+  /// text over instead of having it copied.
   UpdateBuilder& WHERE(const CommonExpr& condition);
+  UpdateBuilder& WHERE(Ptr_CommonExpr&& condition);
+  ///@}
   ///@{
   /// Extend the WHERE condition, without brackets (see QueryBuilder::AND).
   UpdateBuilder& AND(const CommonExpr& condition);

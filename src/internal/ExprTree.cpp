@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <typeinfo>
 #include <utility>
 #include <vector>
 
@@ -74,6 +75,13 @@ Ptr_CommonExpr ExprTree::finished(std::string text) {
   holder.text_ = std::move(text);
   holder.has_text_ = true;
   return holder;
+}
+
+bool ExprTree::take(Ptr_CommonExpr& holder, std::string& out) {
+  if (typeid(holder) != typeid(Ptr_CommonExpr) || holder.fixed_text() == nullptr) return false;
+  out = std::move(holder.text_);
+  holder.text_.clear();
+  return true;
 }
 
 void ExprTree::dismantle(CommonExpr& node) noexcept {

@@ -26,6 +26,9 @@ class ExprTree {
 
   // A condition whose text is finished: kept in the holder, no node.
   static Ptr_CommonExpr finished(std::string text);
+  // Moves the finished text of `holder` into `out`; false, and nothing
+  // moved, when it has none or is a subclass that may render otherwise.
+  static bool take(Ptr_CommonExpr& holder, std::string& out);
 
   // Called from the destructor of a node that holds others: takes its
   // children and destroys them in a loop. A node destroyed inside that loop
