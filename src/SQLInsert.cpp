@@ -142,11 +142,11 @@ void SQLInsert::write_sqlserver(internal::Fill& sql) const {
 // returned columns.
 void SQLInsert::put_merge_tail(internal::Fill& sql, const std::string& inserted) const {
   sql += " ON(";
-  const std::vector<std::string>& conflict = conflict_columns_.names();
-  for (std::size_t i = 0; i < conflict.size(); ++i) {
+  for (std::size_t i = 0; i < conflict_columns_.count(); ++i) {
     if (i > 0) sql += " AND ";
-    const std::string& name = conflict[i];
-    sql.append(table_name_).append(".").append(name).append(" = Excluded.").append(name);
+    const std::string_view name = conflict_columns_[i];
+    sql.append(table_name_).append(".").put(name.data(), name.size());
+    sql.append(" = Excluded.").put(name.data(), name.size());
   }
   sql += ")";
   sql.append(" WHEN NOT MATCHED THEN INSERT(").append(columns_).append(") VALUES").append(inserted);

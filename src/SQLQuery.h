@@ -7,6 +7,7 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "internal/Execution.h"
@@ -47,7 +48,7 @@ class SQLQuery {
   // Clauses. Texts are rendered now, in this implementation's dialect.
   void SELECT(internal::Span<col> cols);
   void SELECT(const CommonExpr& e);
-  void FROM(const std::string& from_text) { from_ = from_text; }
+  void FROM(std::string from_text) { from_ = std::move(from_text); }
   void JOIN(const char* keyword, std::string target);
   void join_table(const char* keyword, const tab& t);
   void ON(const CommonExpr& condition);

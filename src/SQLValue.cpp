@@ -1,5 +1,6 @@
 #include "vexel/SQLValue.h"
 
+#include <cstring>
 #include <typeinfo>
 
 #include "internal/Text.h"
@@ -8,7 +9,16 @@
 namespace vexel {
 namespace {
 
-std::string quoted(const std::string& s) { return "'" + s + "'"; }
+std::string quoted(const char* s, std::size_t n) {
+  std::string text;
+  text.reserve(n + 2);
+  text.push_back('\'');
+  text.append(s, n);
+  text.push_back('\'');
+  return text;
+}
+std::string quoted(const std::string& s) { return quoted(s.data(), s.size()); }
+std::string quoted(const char* s) { return quoted(s, std::strlen(s)); }
 
 }  // namespace
 

@@ -8,7 +8,7 @@ tab::tab(const std::string& name) : table_name_(name) {}
 tab::tab(const char* name) : table_name_(name != nullptr ? name : "") {}
 
 tab& tab::AS(const std::string& alias) {
-  if (!alias.empty()) table_name_ += " AS " + alias;
+  if (!alias.empty()) table_name_.append(" AS ", 4).append(alias);
   return *this;
 }
 

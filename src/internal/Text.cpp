@@ -92,26 +92,26 @@ std::string column_text(const col& c, tessel::DBTYPE db) {
 
 void ColumnTexts::add(Span<col> cols, tessel::DBTYPE db) {
   for (const col& c : cols) {
-    names_.emplace_back();
-    ColumnText::append(names_.back(), c, db);
+    ColumnText::append(text_, c, db);
+    if (count_ < kInline) {
+      ends_[count_] = text_.size();
+    } else {
+      more_ends_.push_back(text_.size());
+    }
+    ++count_;
   }
 }
 
 bool ColumnTexts::listed(const char* ref) const {
-  return names_.size() > 1 || (names_.size() == 1 && (*ref != '\0' || !names_[0].empty()));
+  return count_ > 1 || (count_ == 1 && (*ref != '\0' || !text_.empty()));
 }
 
 void ColumnTexts::put(Fill& out, const char* ref) const {
-  for (std::size_t i = 0; i < names_.size(); ++i) {
+  for (std::size_t i = 0; i < count_; ++i) {
     if (i > 0) out += ',';
-    out.append(ref).append(names_[i]);
+    const std::string_view name = (*this)[i];
+    out.append(ref).put(name.data(), name.size());
   }
-}
-
-std::size_t ColumnTexts::size() const {
-  std::size_t size = 0;
-  for (const std::string& name : names_) size += name.size() + 10;
-  return size;
 }
 
 std::string join_names(Span<col> cols, tessel::DBTYPE db) { return join(cols, db, false); }

@@ -5,6 +5,7 @@
 #include <memory>
 #include <new>
 #include <string>
+#include <string_view>
 #include <typeinfo>
 #include <utility>
 #include <vector>
@@ -140,17 +141,31 @@ struct ValueText {
 class ColumnTexts {
  public:
   void add(Span<col> cols, tessel::DBTYPE db);
-  void clear() { names_.clear(); }
-  bool empty() const { return names_.empty(); }
-  const std::vector<std::string>& names() const { return names_; }
-  // Whether the list writes any text at all: its keyword goes only then.
+  void clear() {
+    text_.clear();
+    count_ = 0;
+    more_ends_.clear();
+  }
+  bool empty() const { return count_ == 0; }
+  std::size_t count() const { return count_; }
+  std::string_view operator[](std::size_t i) const {
+    const std::size_t from = i == 0 ? 0 : end(i - 1);
+    return std::string_view(text_).substr(from, end(i) - from);
+  }
   bool listed(const char* ref) const;
-  // The names separated by ",".
   void put(Fill& out, const char* ref) const;
-  std::size_t size() const;
+  std::size_t size() const { return text_.size() + 10 * count_; }
 
  private:
-  std::vector<std::string> names_;
+  // The texts back to back, and where each ends: a few lists of short
+  // names, the usual case, need no allocation at all.
+  static constexpr std::size_t kInline = 4;
+  std::size_t end(std::size_t i) const { return i < kInline ? ends_[i] : more_ends_[i - kInline]; }
+
+  std::string text_;
+  std::size_t count_ = 0;
+  std::size_t ends_[kInline] = {};
+  std::vector<std::size_t> more_ends_;
 };
 
 // Columns in dialect `db` by col_name(), separated by " , ". A column that
