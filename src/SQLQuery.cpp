@@ -42,12 +42,13 @@ void SQLQuery::ORDER_BY(internal::Span<col> cols) {
 void SQLQuery::SELECT(const CommonExpr& e) { assign(select_expression_, e); }
 
 SQLQuery::Join& SQLQuery::entry(std::size_t n) {
-  if (n == joins_.size()) {
-    // Room for a few at once: a statement rarely has more joins.
-    if (joins_.capacity() == 0) joins_.reserve(4);
-    joins_.emplace_back();
+  if (n == 0) return first_join_;
+  if (n > more_joins_.size()) {
+    // Room for a few at once: a statement rarely has many joins.
+    if (more_joins_.capacity() == 0) more_joins_.reserve(4);
+    more_joins_.emplace_back();
   }
-  return joins_[n];
+  return more_joins_[n - 1];
 }
 
 void SQLQuery::JOIN(const char* keyword, std::string target) {
@@ -88,7 +89,7 @@ void SQLQuery::extend(const char* connector, const CommonExpr& condition) {
   } else if (!where_.empty()) {
     target = &where_;
   } else if (on_count_ != 0) {
-    target = &joins_[on_count_ - 1].on;
+    target = &entry(on_count_ - 1).on;
   }
   if (target == nullptr) return;
   // A condition extended once is usually extended again.
@@ -117,7 +118,9 @@ std::string SQLQuery::render(const SelectForm& form) const {
   std::size_t size = 96 + select_expression_.size() + select_text_.size() + from_.size() +
                      where_.size() + group_text_.size() + having_.size() + order_text_.size() +
                      union_all_.size() + union_.size() + except_.size() + intersect_.size();
-  for (const Join& join : joins_) size += 16 + join.target.size() + join.on.size();
+  for (std::size_t i = 0; i < join_count_ || i < on_count_; ++i) {
+    size += 16 + entry(i).target.size() + entry(i).on.size();
+  }
   std::string s;
   {
     // Scoped: the text is trimmed to what was written when this ends.
@@ -134,9 +137,10 @@ void SQLQuery::write(internal::Fill& f, const SelectForm& form) const {
   if (from_.empty() && !form.always_from) return;
   put_clause(f, " FROM ", from_);
   for (std::size_t i = 0; i < join_count_; ++i) {
-    f.put(joins_[i].keyword);
-    f.put(joins_[i].target);
-    if (i < on_count_) put_clause(f, " ON ", joins_[i].on);
+    const Join& join = entry(i);
+    f.put(join.keyword);
+    f.put(join.target);
+    if (i < on_count_) put_clause(f, " ON ", join.on);
   }
   if (!where_.empty()) put_clause(f, " WHERE ", where_);
   if (has_group_) put_clause(f, " GROUP BY ", group_text_);

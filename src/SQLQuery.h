@@ -89,6 +89,7 @@ class SQLQuery {
     std::string on;
   };
   Join& entry(std::size_t n);
+  const Join& entry(std::size_t n) const { return n == 0 ? first_join_ : more_joins_[n - 1]; }
 
   // Column lists are kept as their text in this dialect; a list that was
   // given still writes its keyword when every column renders empty.
@@ -102,7 +103,9 @@ class SQLQuery {
   std::string having_;
   int limit_ = 0;
   int offset_ = 0;
-  std::vector<Join> joins_;
+  // The first entry in place: most statements have one join at most.
+  Join first_join_;
+  std::vector<Join> more_joins_;
   std::size_t join_count_ = 0;
   std::size_t on_count_ = 0;
   std::string union_;
