@@ -6,6 +6,7 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "internal/Execution.h"
@@ -29,7 +30,7 @@ class SQLDelete : public internal::WhereClause {
 
   tessel::DBTYPE db_type() const { return db_type_; }
 
-  void DELETE_FROM(const std::string& table_name) { table_name_ = table_name; }
+  void DELETE_FROM(std::string table_name) { table_name_ = std::move(table_name); }
   void RETURNING(internal::Span<col> cols, tessel::DBTYPE db) { returned_.add(cols, db); }
 
   // How one dialect writes the statement.

@@ -7,6 +7,7 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "internal/Execution.h"
@@ -40,7 +41,7 @@ class SQLInsert : public internal::WhereClause {
   };
 
   // Columns are given with the dialect they render in, and kept as text.
-  void INSERT_INTO(const std::string& table_name) { table_name_ = table_name; }
+  void INSERT_INTO(std::string table_name) { table_name_ = std::move(table_name); }
   void COLUMNS(internal::Span<col> cols, tessel::DBTYPE db);
   void VALUES(internal::Span<SQLValue> row);
   void SELECT(const std::string& query) { select_ = query; }
