@@ -71,6 +71,15 @@ TEST(Query, TextPerDialect) {
        },
        all("SELECT  FROM t JOIN u ON o1 LEFT JOIN w ON o2 AND o3 LEFT JOIN x RIGHT JOIN y RIGHT "
            "JOIN z")},
+      // An ON given before its JOIN still pairs by index; a condition given
+      // as a temporary renders as a copied one, finished or not.
+      {[](QueryBuilder& q) {
+         q.FROM(kT).ON(e("o1")).JOIN(tab("u")).ON(col("a") == col("b")).ON(e("o3")).AND(e("x"));
+         q.JOIN(tab("v")).JOIN(tab("w")).JOIN(tab("y")).WHERE((col("c") == 1).OR(col("c") == 2));
+         q.GROUP_BY({col("g")}).HAVING(col("h") > vexel::SQLValue(3));
+       },
+       all("SELECT  FROM t JOIN u ON o1 JOIN v ON a = b JOIN w ON o3 AND x JOIN y WHERE (c = 1 OR "
+           "c = 2) GROUP BY g HAVING h > 3")},
       {[](QueryBuilder& q) {
          q.FROM(sub(q, "f"), "sf").JOIN(sub(q, "j"), "sj").ON(e("o")).WHERE(e("a")).AND(e("b"));
          q.LEFT_JOIN(sub(q, "l"), "sl").RIGHT_JOIN(sub(q, "r"), "").OR(e("c"));
