@@ -43,7 +43,8 @@ void SQLQuery::SELECT(const CommonExpr& e) { assign(select_expression_, e); }
 
 SQLQuery::Join& SQLQuery::entry(std::size_t n) {
   if (n == 0) return first_join_;
-  if (n > more_joins_.size()) {
+  // Entries are asked for in order, so a new one is always the next.
+  if (n - 1 == more_joins_.size()) {
     // Room for a few at once: a statement rarely has many joins.
     if (more_joins_.capacity() == 0) more_joins_.reserve(4);
     more_joins_.emplace_back();

@@ -305,7 +305,10 @@ TEST(Insert, TextPerDialect) {
           "MERGE INTO t USING (VALUES(1,'x')) AS Excluded(a,b) ON(t.a = Excluded.a AND t.b = "
           "Excluded.b) WHEN NOT MATCHED THEN INSERT(a,b) VALUES(1,'x') WHEN MATCHED THEN UPDATE "
           "SET b = b+1;")},
-      {[](InsertBuilder& b) { b.INSERT_INTO(kST).COLUMNS({kA}).RETURNING({kA}); },
+      // A second RETURNING replaces the first.
+      {[](InsertBuilder& b) {
+         b.INSERT_INTO(kST).COLUMNS({kA}).RETURNING({col("x")}).RETURNING({kA});
+       },
        {"INSERT INTO s.t(t.a) VALUES RETURNING t.a",
         "INSERT INTO s.t(s.t.a) VALUES RETURNING s.t.a",
         "INSERT INTO s.t(s.t.a) OUTPUT Inserted.s.t.a VALUES ",

@@ -253,6 +253,9 @@ TEST(ExprPredicates, FixedTexts) {
       {c.notin(std::vector<std::string>{}), "t.c NOT IN ()"},
       {d.in(sub).AndCon(d.notin(sub)).AndCon(d == sub),
        "(d IN (SELECT x FROM u) AND d NOT IN (SELECT x FROM u) AND d = (SELECT x FROM u))"},
+      {(d != sub).AndCon(d < sub).AndCon(d <= sub).AndCon(d > sub).AndCon(d >= sub),
+       "(d != (SELECT x FROM u) AND d < (SELECT x FROM u) AND d <= (SELECT x FROM u) AND d > "
+       "(SELECT x FROM u) AND d >= (SELECT x FROM u))"},
       {c.BETWEEN(SQLValue(1), SQLValue("z")), "t.c BETWEEN 1 AND 'z'"},
       {c.is_null(), "t.c IS NULL "},
       {c.is_not_null(), "t.c IS NOT NULL "},
