@@ -426,9 +426,11 @@ TEST(Delete, TextPerDialect) {
   const vexel_test::TextRow<DeleteBuilder> rows[] = {
       {[](DeleteBuilder&) {}, all("DELETE FROM t")},
       // SQL Server names the removed rows before the condition.
-      {[](DeleteBuilder& b) { b.WHERE(col("i") == 3).RETURNING({col("a")}).RETURNING({col("b")}); },
-       ms("DELETE FROM t WHERE i = 3 RETURNING a,b",
-          "DELETE FROM t OUTPUT deleted.a,deleted.b WHERE i = 3")},
+      {[](DeleteBuilder& b) {
+         b.WHERE(col("i") == 3).RETURNING({col("a")}).RETURNING(cols("b", "c", "d", "e"));
+       },
+       ms("DELETE FROM t WHERE i = 3 RETURNING a,b,c,d,e",
+          "DELETE FROM t OUTPUT deleted.a,deleted.b,deleted.c,deleted.d,deleted.e WHERE i = 3")},
       // An empty condition is not special-cased: the text keeps both blanks.
       {[](DeleteBuilder& b) { b.AND(col("x") == 1).OR(col("y") == 2); },
        all("DELETE FROM t WHERE  AND x = 1 OR y = 2")},
