@@ -75,7 +75,10 @@ InsertBuilder& InsertBuilder::SELECT(const QueryBuilder& rows) {
 }
 
 InsertBuilder& InsertBuilder::SET(const col& c, const SQLValue& v) {
-  if (SQLInsert* b = VEXEL_IMPL()) b->SET(c, db_type_, internal::ValueText::of(v, db_type_));
+  if (SQLInsert* b = VEXEL_IMPL()) {
+    std::string scratch;
+    b->SET(c, db_type_, internal::ValueText::view(v, db_type_, scratch));
+  }
   return *this;
 }
 

@@ -45,7 +45,7 @@ class SQLInsert : public internal::WhereClause {
   void COLUMNS(internal::Span<col> cols, tessel::DBTYPE db);
   void VALUES(internal::Span<SQLValue> row);
   void SELECT(const std::string& query) { select_ = query; }
-  void SET(const col& c, tessel::DBTYPE db, std::string value_text);
+  void SET(const col& c, tessel::DBTYPE db, std::string_view value_text);
   void ON_CONFLICT(internal::Span<col> cols, tessel::DBTYPE db);
   void EXCLUDE(const std::string& text) { exclude_ = text; }
   void RETURNING(internal::Span<col> cols, tessel::DBTYPE db);

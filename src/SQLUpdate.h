@@ -36,9 +36,7 @@ class SQLUpdate : public internal::WhereClause {
   void UPDATE_COLUMN(const std::string& name) { update_column_ = name; }
   // Keyed by name: a later SET of a column replaces it, and the list
   // renders in name order.
-  void SET(std::string name, std::string value) {
-    set_values_.set(std::move(name), std::move(value));
-  }
+  void SET(std::string name, std::string_view value) { set_values_.set(std::move(name), value); }
   void RETURNING(internal::Span<col> cols, tessel::DBTYPE db) { returned_.add(cols, db); }
   void VACUUM(const std::vector<std::string>& tables) { append(vacuum_tables_, tables); }
 

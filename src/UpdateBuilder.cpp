@@ -65,8 +65,10 @@ UpdateBuilder& UpdateBuilder::UPDATE(const col& c) {
 }
 
 UpdateBuilder& UpdateBuilder::SET(const col& c, const SQLValue& v) {
-  if (SQLUpdate* b = VEXEL_IMPL())
-    b->SET(internal::column_text(c, db_type_), internal::ValueText::of(v, db_type_));
+  if (SQLUpdate* b = VEXEL_IMPL()) {
+    std::string scratch;
+    b->SET(internal::column_text(c, db_type_), internal::ValueText::view(v, db_type_, scratch));
+  }
   return *this;
 }
 

@@ -121,6 +121,13 @@ struct ValueText {
     }
   }
   static std::string of(const SQLValue& v, tessel::DBTYPE db) { return v.GetExpr(db); }
+  // of(v, db) without a copy where the value holds its text; `scratch`
+  // keeps the text otherwise, as long as the view is used.
+  static std::string_view view(const SQLValue& v, tessel::DBTYPE db, std::string& scratch) {
+    if (typeid(v) == typeid(SQLValue) && !v.per_dialect_) return v.value_;
+    scratch = v.GetExpr(db);
+    return scratch;
+  }
   // The length append_exact writes when it is known beforehand, else 0.
   static std::size_t size(const SQLValue& v) {
     return typeid(v) == typeid(SQLValue) && !v.per_dialect_ ? v.value_.size() : 0;

@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <cstddef>
 #include <string>
+#include <string_view>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -17,15 +19,16 @@ class TextMap {
  public:
   using Entry = std::pair<std::string, std::string>;
 
-  void set(std::string name, std::string value) {
+  void set(std::string name, std::string_view value) {
     if (entries_.capacity() == 0) entries_.reserve(4);
     auto at = std::lower_bound(entries_.begin(), entries_.end(), name,
                                [](const Entry& e, const std::string& n) { return e.first < n; });
     if (at != entries_.end() && at->first == name) {
-      at->second = std::move(value);
+      at->second.assign(value.data(), value.size());
       return;
     }
-    entries_.emplace(at, std::move(name), std::move(value));
+    entries_.emplace(at, std::piecewise_construct, std::forward_as_tuple(std::move(name)),
+                     std::forward_as_tuple(value.data(), value.size()));
   }
 
   std::vector<Entry>::const_iterator begin() const { return entries_.begin(); }
