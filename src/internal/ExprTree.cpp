@@ -13,9 +13,6 @@ namespace {
 // The dismantling loop running on this thread, if any.
 thread_local std::vector<std::shared_ptr<CommonExpr>>* running_dismantle = nullptr;
 
-// A piece stack grown past this by one huge tree is not kept.
-constexpr std::size_t kKeptPieces = 4096;
-
 }  // namespace
 
 std::string ExprTree::render(const CommonExpr& root, tessel::DBTYPE db_type) {
@@ -29,24 +26,11 @@ void ExprTree::append(std::string& out, const CommonExpr& root, tessel::DBTYPE d
     out += *text;
     return;
   }
-  // The piece stack of the render running on this thread is kept between
-  // renders, so that a statement's conditions cost no allocation each; a
-  // leaf that renders a tree of its own meanwhile gets a stack of its own.
-  thread_local std::vector<CommonExpr::Piece> spare;
-  thread_local bool spare_in_use = false;
-  struct Lease {
-    bool borrowed;
-    std::vector<CommonExpr::Piece> own;
-    std::vector<CommonExpr::Piece>& pending;
-    Lease() : borrowed(!spare_in_use), pending(borrowed ? spare : own) { spare_in_use = true; }
-    ~Lease() {
-      if (!borrowed) return;
-      pending.clear();
-      if (pending.capacity() > kKeptPieces) std::vector<CommonExpr::Piece>().swap(pending);
-      spare_in_use = false;
-    }
-  } lease;
-  std::vector<CommonExpr::Piece>& pending = lease.pending;
+  // A stack of its own per render: one kept per thread between renders
+  // would need a destructor at thread exit, and MinGW's runtime may run that
+  // after the thread's storage is gone.
+  std::vector<CommonExpr::Piece> pending;
+  pending.reserve(16);
   // Pieces still to write, the next one last.
   pending.push_back({nullptr, &root});
   while (!pending.empty()) {
