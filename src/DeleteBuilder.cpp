@@ -3,7 +3,6 @@
 #include <utility>
 
 #include "SQLDelete.h"
-#include "internal/ExprTree.h"
 #include "internal/Facade.h"
 #include "internal/Log.h"
 #include "internal/StrictWhere.h"
@@ -37,20 +36,13 @@ DeleteBuilder& DeleteBuilder::DELETE_FROM(const tab& t) {
 }
 
 DeleteBuilder& DeleteBuilder::WHERE(const CommonExpr& condition) {
-  if (SQLDelete* b = VEXEL_IMPL()) {
-    std::string text = condition.GetExpr(db_type_);
-    internal::warn_if_unfiltered(text, VEXEL_SITE);
-    b->WHERE(std::move(text));
-  }
+  if (SQLDelete* b = VEXEL_IMPL()) b->WHERE(internal::where_text(condition, db_type_, VEXEL_SITE));
   return *this;
 }
 
 DeleteBuilder& DeleteBuilder::WHERE(Ptr_CommonExpr&& condition) {
-  std::string text;
-  if (!internal::ExprTree::take(condition, text)) return WHERE(std::as_const(condition));
   if (SQLDelete* b = VEXEL_IMPL()) {
-    internal::warn_if_unfiltered(text, VEXEL_SITE);
-    b->WHERE(std::move(text));
+    b->WHERE(internal::where_text(std::move(condition), db_type_, VEXEL_SITE));
   }
   return *this;
 }

@@ -1,6 +1,5 @@
 #include "SQLQuery.h"
 
-#include <charconv>
 #include <cstring>
 #include <utility>
 
@@ -101,12 +100,6 @@ void SQLQuery::extend(const char* connector, const CommonExpr& condition) {
 
 namespace {
 
-void put_number(internal::Fill& f, int value) {
-  char digits[12];
-  const auto end = std::to_chars(digits, digits + sizeof digits, value).ptr;
-  f.put(digits, static_cast<std::size_t>(end - digits));
-}
-
 template <std::size_t N>
 void put_clause(internal::Fill& f, const char (&keyword)[N], const std::string& text) {
   f.put(keyword, N - 1);
@@ -150,19 +143,19 @@ void SQLQuery::write(internal::Fill& f, const SelectForm& form) const {
   if (form.fetch_paging) {
     if (limit_ != 0) {
       f.put(" OFFSET ", 8);
-      put_number(f, offset_);
+      f.put_number(offset_);
       f.put(" ROWS FETCH NEXT ", 17);
-      put_number(f, limit_);
+      f.put_number(limit_);
       f.put(" ROWS ONLY", 10);
     }
   } else {
     if (limit_ != 0) {
       f.put(" LIMIT ", 7);
-      put_number(f, limit_);
+      f.put_number(limit_);
     }
     if (offset_ != 0) {
       f.put(" OFFSET ", 8);
-      put_number(f, offset_);
+      f.put_number(offset_);
     }
   }
   if (!union_all_.empty()) put_clause(f, " UNION ALL ", union_all_);

@@ -3,7 +3,6 @@
 #include <utility>
 
 #include "SQLUpdate.h"
-#include "internal/ExprTree.h"
 #include "internal/Facade.h"
 #include "internal/Log.h"
 #include "internal/StrictWhere.h"
@@ -112,20 +111,13 @@ UpdateBuilder& UpdateBuilder::SET(const col& c,
 }
 
 UpdateBuilder& UpdateBuilder::WHERE(const CommonExpr& condition) {
-  if (SQLUpdate* b = VEXEL_IMPL()) {
-    std::string text = condition.GetExpr(db_type_);
-    internal::warn_if_unfiltered(text, VEXEL_SITE);
-    b->WHERE(std::move(text));
-  }
+  if (SQLUpdate* b = VEXEL_IMPL()) b->WHERE(internal::where_text(condition, db_type_, VEXEL_SITE));
   return *this;
 }
 
 UpdateBuilder& UpdateBuilder::WHERE(Ptr_CommonExpr&& condition) {
-  std::string text;
-  if (!internal::ExprTree::take(condition, text)) return WHERE(std::as_const(condition));
   if (SQLUpdate* b = VEXEL_IMPL()) {
-    internal::warn_if_unfiltered(text, VEXEL_SITE);
-    b->WHERE(std::move(text));
+    b->WHERE(internal::where_text(std::move(condition), db_type_, VEXEL_SITE));
   }
   return *this;
 }

@@ -19,11 +19,9 @@ void tab::set_schema_name(const std::string& name) {
 }
 
 std::string tab::table_name() const {
-  if (schema_name_.empty()) return table_name_;
   std::string text;
   text.reserve(schema_name_.size() + 1 + table_name_.size());
-  text.append(schema_name_).push_back('.');
-  text += table_name_;
+  internal::append_table(text, *this);
   return text;
 }
 

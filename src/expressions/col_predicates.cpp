@@ -1,7 +1,6 @@
 // The condition-building members of col. Dialect-independent conditions are
 // finished text as soon as they are built; the others are nodes
 // that render with the statement's dialect.
-#include <charconv>
 #include <initializer_list>
 #include <memory>
 #include <string>
@@ -70,9 +69,7 @@ Ptr_CommonExpr int_condition(const col& c, const char* op, internal::Span<int> v
     f.put(op);
     for (std::size_t i = 0; i < values.size(); ++i) {
       if (i > 0) f.put(',');
-      char digits[12];
-      const auto end = std::to_chars(digits, digits + sizeof digits, values[i]).ptr;
-      f.put(digits, static_cast<std::size_t>(end - digits));
+      f.put_number(values[i]);
     }
     f.put(')');
   }

@@ -4,6 +4,7 @@
 #ifndef VEXEL_INTERNAL_FILL_H
 #define VEXEL_INTERNAL_FILL_H
 
+#include <charconv>
 #include <cstddef>
 #include <cstring>
 #include <string>
@@ -35,6 +36,12 @@ class Fill {
   void put(char c) {
     if (p_ == end_) grow(1);
     *p_++ = c;
+  }
+  // A number as std::to_string writes it.
+  void put_number(int value) {
+    char digits[12];
+    const auto end = std::to_chars(digits, digits + sizeof digits, value).ptr;
+    put(digits, static_cast<std::size_t>(end - digits));
   }
   // The length of the text so far.
   std::size_t size() const { return static_cast<std::size_t>(p_ - out_.data()); }

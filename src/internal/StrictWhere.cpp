@@ -1,7 +1,9 @@
 #include "internal/StrictWhere.h"
 
 #include <atomic>
+#include <utility>
 
+#include "internal/ExprTree.h"
 #include "vexel/StrictWhere.h"
 
 namespace vexel {
@@ -20,9 +22,25 @@ bool strict_where_default() { return process_strict().load(); }
 
 namespace internal {
 
-void warn_if_unfiltered(const std::string& condition, const Site& site) {
-  if (!condition.empty()) return;
-  VEXEL_LOG_AT(site, 4, "[%s]condition renders empty, the statement changes every row.[%s(%d)]");
+namespace {
+
+std::string warned(std::string condition, const Site& site) {
+  if (condition.empty()) {
+    VEXEL_LOG_AT(site, 4, "[%s]condition renders empty, the statement changes every row.[%s(%d)]");
+  }
+  return condition;
+}
+
+}  // namespace
+
+std::string where_text(const CommonExpr& condition, tessel::DBTYPE db, const Site& site) {
+  return warned(condition.GetExpr(db), site);
+}
+
+std::string where_text(Ptr_CommonExpr&& condition, tessel::DBTYPE db, const Site& site) {
+  std::string text;
+  if (!ExprTree::take(condition, text)) return where_text(std::as_const(condition), db, site);
+  return warned(std::move(text), site);
 }
 
 bool refuse_unfiltered(bool builder_strict, bool renders_empty, const Site& site) {

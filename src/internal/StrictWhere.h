@@ -6,12 +6,17 @@
 #include <string>
 
 #include "internal/Log.h"
+#include "tessel/DBType.h"
+#include "vexel/Ptr_CommonExpr.h"
 
 namespace vexel {
 namespace internal {
 
-// Logs the level-4 warning on behalf of `site` when `condition` is empty.
-void warn_if_unfiltered(const std::string& condition, const Site& site);
+// The text of an UPDATE's or DELETE's WHERE condition in dialect `db`, with
+// the level-4 warning on behalf of `site` when it is empty. A temporary
+// with a finished text hands it over instead of having it copied.
+std::string where_text(const CommonExpr& condition, tessel::DBTYPE db, const Site& site);
+std::string where_text(Ptr_CommonExpr&& condition, tessel::DBTYPE db, const Site& site);
 
 // True, after one level-5 line on behalf of `site`, when a statement whose
 // condition renders empty must not run: the builder or the process is

@@ -39,10 +39,6 @@ struct ColumnText {
     Append a(out);
     put(a, c, db, db == tessel::DB_SQLITE);
   }
-  static void append_order(std::string& out, const col& c, tessel::DBTYPE db) {
-    append(out, c, db);
-    out += c.order_sql_;
-  }
   // The column's col_name() text; a subclass may name itself otherwise, so
   // only the class itself is written in place.
   static void put_name(Fill& f, const col& c) {
@@ -128,7 +124,7 @@ struct ValueText {
     scratch = v.GetExpr(db);
     return scratch;
   }
-  // The length append_exact writes when it is known beforehand, else 0.
+  // The length put writes when it is known beforehand, else 0.
   static std::size_t size(const SQLValue& v) {
     return typeid(v) == typeid(SQLValue) && !v.per_dialect_ ? v.value_.size() : 0;
   }
