@@ -32,11 +32,11 @@ class SQLUpdate : public internal::WhereClause {
 
   tessel::DBTYPE db_type() const { return db_type_; }
 
-  void UPDATE(const std::string& table_name) { table_name_ = table_name; }
+  void UPDATE(std::string table_name) { table_name_ = std::move(table_name); }
   void UPDATE_COLUMN(const std::string& name) { update_column_ = name; }
   // Keyed by name: a later SET of a column replaces it, and the list
   // renders in name order.
-  void SET(std::string name, std::string_view value) { set_values_.set(std::move(name), value); }
+  void SET(std::string_view name, std::string_view value) { set_values_.set(name, value); }
   void RETURNING(internal::Span<col> cols, tessel::DBTYPE db) { returned_.add(cols, db); }
   void VACUUM(const std::vector<std::string>& tables) { append(vacuum_tables_, tables); }
 

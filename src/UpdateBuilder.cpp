@@ -21,8 +21,7 @@ UpdateBuilder::UpdateBuilder(const std::shared_ptr<tessel::CConnect>& conn) : db
 // A copy is independent: its own implementation with the clauses and the
 // implementation's connection.
 UpdateBuilder::UpdateBuilder(const UpdateBuilder& other)
-    : table_name_(other.table_name_),
-      db_type_(other.db_type_),
+    : db_type_(other.db_type_),
       returning_(other.returning_),
       strict_where_(other.strict_where_) {
   ptr_builder_ = internal::copy_or_fresh(db_type_, other.ptr_builder_, &copy_update, &make_update);
@@ -34,7 +33,6 @@ void UpdateBuilder::Reset() {
   ptr_builder_.reset();
   db_type_ = internal::dialect_or_log(db_conn_, VEXEL_SITE);
   ptr_builder_ = make_update(db_type_, db_conn_);
-  table_name_.clear();
   returning_ = false;
 }
 
@@ -51,10 +49,7 @@ std::string UpdateBuilder::tosql() const {
 }
 
 UpdateBuilder& UpdateBuilder::UPDATE(const tab& t) {
-  if (SQLUpdate* b = VEXEL_IMPL()) {
-    table_name_ = internal::table_text(t, db_type_);
-    b->UPDATE(table_name_);
-  }
+  if (SQLUpdate* b = VEXEL_IMPL()) b->UPDATE(internal::table_text(t, db_type_));
   return *this;
 }
 

@@ -6,10 +6,11 @@
 
 namespace vexel {
 
-col::col(const std::string& name) : col_name_(name) {}
-col::col(const char* name) : col_name_(name != nullptr ? name : "") {}
+col::col(const std::string& name) : parts_({}, {}, name) {}
+col::col(const char* name) : parts_({}, {}, name != nullptr ? std::string_view(name) : std::string_view()) {}
 col::col(const col& other, const tessel::DBTYPE& db) : col(other) { db_type_ = db; }
-col::col(const CommonExpr& e, const tessel::DBTYPE& db) : col_name_(e.GetExpr(db)), db_type_(db) {}
+col::col(const CommonExpr& e, const tessel::DBTYPE& db)
+    : db_type_(db), parts_({}, {}, e.GetExpr(db)) {}
 
 std::string col::plain_text(bool drop_schema) const {
   std::string text;
@@ -39,11 +40,11 @@ std::string col::GetExpr(const tessel::DBTYPE& db) const {
 }
 
 void col::set_schema_name(const std::string& name) {
-  if (!name.empty()) schema_name_ = name;
+  if (!name.empty()) parts_.set(ColumnParts::kSchema, name);
 }
 
 void col::set_table_name(const std::string& name) {
-  if (!name.empty()) table_name_ = name;
+  if (!name.empty()) parts_.set(ColumnParts::kTable, name);
 }
 
 void col::set_view_name(const std::string& name) { set_table_name(name); }
@@ -52,7 +53,8 @@ bool col::operator<(const col& other) const { return col_name() < other.col_name
 
 // Unlike tab::AS, an empty alias still appends " AS ": callers match the text.
 col& col::AS(const std::string& alias) {
-  col_name_ += " AS " + alias;
+  parts_.append(ColumnParts::kName, " AS ");
+  parts_.append(ColumnParts::kName, alias);
   return *this;
 }
 
@@ -61,7 +63,7 @@ col& col::AS(const char* alias) { return AS(std::string(alias != nullptr ? alias
 // The marker goes inside the qualifier ("t. DISTINCT c"); hosts that want
 // "DISTINCT t.c" build the column without a table.
 col& col::DISTINCT() {
-  col_name_ = " DISTINCT " + col_name_;
+  parts_.prepend(ColumnParts::kName, " DISTINCT ");
   return *this;
 }
 
@@ -72,52 +74,53 @@ col& col::EXCLUDED() {
 
 // The ordering texts carry their own blanks; callers match them exactly.
 col& col::ASC() {
-  order_sql_ = " ASC ";
+  parts_.set(ColumnParts::kOrder, " ASC ");
   return *this;
 }
 
 col& col::DESC() {
-  order_sql_ = " DESC ";
+  parts_.set(ColumnParts::kOrder, " DESC ");
   return *this;
 }
 
 col& col::NullsFirst() {
-  order_sql_ += " NULLS FIRST ";
+  parts_.append(ColumnParts::kOrder, " NULLS FIRST ");
   return *this;
 }
 
 col& col::NullsLast() {
-  order_sql_ += " NULLS LAST ";
+  parts_.append(ColumnParts::kOrder, " NULLS LAST ");
   return *this;
 }
 
 col& col::operator+(const col& other) {
-  col_name_ += " + " + other.col_name();
+  parts_.append(ColumnParts::kName, " + " + other.col_name());
   return *this;
 }
 
 col& col::operator+(const SQLValue& v) { return increase(v); }
 
 col& col::increase(const SQLValue& v) {
-  col_name_ += " + " + internal::ValueText::of(v, db_type_);
+  parts_.append(ColumnParts::kName, " + " + internal::ValueText::of(v, db_type_));
   return *this;
 }
 
 col& col::operator-(const col& other) {
-  col_name_ += " - " + other.col_name();
+  parts_.append(ColumnParts::kName, " - " + other.col_name());
   return *this;
 }
 
 col& col::operator-(const SQLValue& v) { return decrease(v); }
 
 col& col::decrease(const SQLValue& v) {
-  col_name_ += " - " + internal::ValueText::of(v, db_type_);
+  parts_.append(ColumnParts::kName, " - " + internal::ValueText::of(v, db_type_));
   return *this;
 }
 
 std::string col::to_order() const {
-  if (order_sql_.empty()) return col_name();
-  return col_name() + order_sql_;
+  std::string text = col_name();
+  text += order_part();
+  return text;
 }
 
 }  // namespace vexel

@@ -14,10 +14,12 @@ func::func(const func& other) : col(other) {
 // The dot is written twice on purpose ("s..f", ".f" without a schema):
 // hosts match these texts.
 std::string func::col_name() const {
-  if (db_type_ == tessel::DB_SQLITE) return col_name_;
-  std::string text;
-  if (!schema_name_.empty()) text = schema_name_ + ".";
-  return text + "." + col_name_;
+  if (db_type_ == tessel::DB_SQLITE) return std::string(name_part());
+  std::string text(schema_part());
+  if (!text.empty()) text += '.';
+  text += '.';
+  text += name_part();
+  return text;
 }
 
 }  // namespace vexel

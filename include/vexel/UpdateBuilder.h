@@ -143,7 +143,6 @@ class VEXEL_API UpdateBuilder {
  private:
   std::vector<std::string> table_names(const std::vector<tab>& tables) const;
 
-  std::string table_name_;
   std::shared_ptr<SQLUpdate> ptr_builder_;
   std::shared_ptr<tessel::CConnect> db_conn_;
   tessel::DBTYPE db_type_ = tessel::DB_POSTGRESQL;

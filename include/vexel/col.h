@@ -8,9 +8,11 @@
 #include <cstdint>
 #include <initializer_list>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "tessel/DBType.h"
+#include "vexel/ColumnParts.h"
 #include "vexel/Ptr_CommonExpr.h"
 #include "vexel/export.h"
 
@@ -82,7 +84,7 @@ class VEXEL_API col {
 
   ///@{
   /// Replace the column's name, type, dialect, schema, table or view name.
-  void set_col_name(const std::string& name) { col_name_ = name; }
+  void set_col_name(const std::string& name) { parts_.set(ColumnParts::kName, name); }
   void set_col_type(const ColType& type) { col_type_ = type; }
   void set_db_type(tessel::DBTYPE db) { db_type_ = db; }
   void set_schema_name(const std::string& name);
@@ -93,10 +95,10 @@ class VEXEL_API col {
   ///@{
   /// The parts the column is made of: its bare name, table, schema, ordering
   /// suffix (" DESC " ...), dialect and type.
-  const std::string& only_col_name() const { return col_name_; }
-  const std::string& only_table_name() const { return table_name_; }
-  const std::string& only_schema_name() const { return schema_name_; }
-  const std::string& only_order_sql() const { return order_sql_; }
+  std::string only_col_name() const { return std::string(name_part()); }
+  std::string only_table_name() const { return std::string(table_part()); }
+  std::string only_schema_name() const { return std::string(schema_part()); }
+  std::string only_order_sql() const { return std::string(order_part()); }
   tessel::DBTYPE db_type() const { return db_type_; }
   ColType col_type() const { return col_type_; }
   ///@}
@@ -308,21 +310,28 @@ class VEXEL_API col {
   void append_text(std::string& out, tessel::DBTYPE db, bool drop_schema) const;
 
   ///@{
-  /// The column's parts, for derived columns.
+  /// The column's texts as stored, for derived columns.
+  std::string_view schema_part() const { return parts_.get(ColumnParts::kSchema); }
+  std::string_view table_part() const { return parts_.get(ColumnParts::kTable); }
+  std::string_view name_part() const { return parts_.get(ColumnParts::kName); }
+  std::string_view order_part() const { return parts_.get(ColumnParts::kOrder); }
+  ///@}
+  /// Appends to the column text, for derived columns.
+  void append_name(std::string_view text) { parts_.append(ColumnParts::kName, text); }
+
+  ///@{
+  /// The column's flags and dialect, for derived columns.
   bool excluded_ = false;
-  std::string schema_name_;
-  std::string table_name_;
-  std::string col_name_;
-  std::string order_sql_;
   tessel::DBTYPE db_type_ = tessel::DB_POSTGRESQL;
   ColType col_type_ = ColumnPlain;
   ///@}
 
  private:
   friend struct internal::ColumnText;
-  col(const std::string& schema, const std::string& table, const std::string& name,
-      tessel::DBTYPE db)
-      : schema_name_(schema), table_name_(table), col_name_(name), db_type_(db) {}
+  col(std::string_view schema, std::string_view table, std::string_view name, tessel::DBTYPE db)
+      : db_type_(db), parts_(schema, table, name) {}
+
+  ColumnParts parts_;
 };
 
 }  // namespace vexel

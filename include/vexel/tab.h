@@ -37,6 +37,8 @@ class VEXEL_API tab {
   /// Tables are plain values.
   tab(const tab&) = default;
   tab& operator=(const tab&) = default;
+  tab(tab&&) noexcept = default;
+  tab& operator=(tab&&) noexcept = default;
   ///@}
 
   ///@{

@@ -27,6 +27,8 @@ class VEXEL_API view {
   /// Views are plain values.
   view(const view&) = default;
   view& operator=(const view&) = default;
+  view(view&&) noexcept = default;
+  view& operator=(view&&) noexcept = default;
   ///@}
 
   ///@{

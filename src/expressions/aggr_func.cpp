@@ -26,16 +26,17 @@ aggr_func call(const char* function, const col& c) {
 aggr_func::aggr_func(const std::string& text) : col(text) {}
 
 aggr_func& aggr_func::Over(const window_option& option) {
-  col_name_ += " OVER (";
+  std::string text = " OVER (";
   if (option.flags.test(window_option::kPartitionBy)) {
-    col_name_ += "PARTITION BY ";
-    col_name_ += window_list(option.partition_by, [](const col& c) { return c.col_name(); });
+    text += "PARTITION BY ";
+    text += window_list(option.partition_by, [](const col& c) { return c.col_name(); });
   }
   if (option.flags.test(window_option::kOrderBy)) {
-    col_name_ += " ORDER BY ";
-    col_name_ += window_list(option.order_by, [](const col& c) { return c.to_order(); });
+    text += " ORDER BY ";
+    text += window_list(option.order_by, [](const col& c) { return c.to_order(); });
   }
-  col_name_ += ")";
+  text += ")";
+  append_name(text);
   return *this;
 }
 

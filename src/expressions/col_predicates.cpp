@@ -50,21 +50,22 @@ void put(internal::Fill& f, const Value& v) { internal::ValueText::put(f, v.v, v
 // holder without a node.
 template <typename... Parts>
 Ptr_CommonExpr text(const Parts&... parts) {
-  std::string t;
+  Ptr_CommonExpr holder;
   {
-    internal::Fill f(t, (size_of(parts) + ...));
+    internal::Fill f(internal::ExprTree::finished_text(holder), (size_of(parts) + ...));
     (put(f, parts), ...);
   }
-  return internal::ExprTree::finished(std::move(t));
+  return holder;
 }
 
 std::string quoted(const std::string& s) { return "'" + s + "'"; }
 
 // "c IN (1,2,3)": the numbers written straight into the condition.
 Ptr_CommonExpr int_condition(const col& c, const char* op, internal::Span<int> values) {
-  std::string t;
+  Ptr_CommonExpr holder;
   {
-    internal::Fill f(t, internal::ColumnText::name_size(c) + 10 + 4 * values.size());
+    internal::Fill f(internal::ExprTree::finished_text(holder),
+                     internal::ColumnText::name_size(c) + 10 + 4 * values.size());
     internal::ColumnText::put_name(f, c);
     f.put(op);
     for (std::size_t i = 0; i < values.size(); ++i) {
@@ -73,7 +74,7 @@ Ptr_CommonExpr int_condition(const col& c, const char* op, internal::Span<int> v
     }
     f.put(')');
   }
-  return internal::ExprTree::finished(std::move(t));
+  return holder;
 }
 
 std::string quoted_list(const std::vector<std::string>& values) {
@@ -232,7 +233,7 @@ Ptr_CommonExpr col::not_regexp_cap(const std::string& pattern) const {
   return node<ColRegexpExpr>(kNotRegexpCap, col_name(), quoted(pattern));
 }
 Ptr_CommonExpr col::full_text_search(const std::string& words) const {
-  return node<FullTextExpr>(col_name_, words);
+  return node<FullTextExpr>(only_col_name(), words);
 }
 Ptr_CommonExpr col::XOR(const SQLValue& v) const {
   return node<ColXorExpr>(col_name(), internal::ValueText::of(v, db_type_));

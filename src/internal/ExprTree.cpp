@@ -56,9 +56,13 @@ void ExprTree::append(std::string& out, const CommonExpr& root, tessel::DBTYPE d
 
 Ptr_CommonExpr ExprTree::finished(std::string text) {
   Ptr_CommonExpr holder;
-  holder.text_ = std::move(text);
-  holder.has_text_ = true;
+  finished_text(holder) = std::move(text);
   return holder;
+}
+
+std::string& ExprTree::finished_text(Ptr_CommonExpr& holder) {
+  holder.has_text_ = true;
+  return holder.text_;
 }
 
 bool ExprTree::take(Ptr_CommonExpr& holder, std::string& out) {

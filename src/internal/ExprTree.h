@@ -26,6 +26,8 @@ class ExprTree {
 
   // A condition whose text is finished: kept in the holder, no node.
   static Ptr_CommonExpr finished(std::string text);
+  // Marks `holder` finished and gives its text to be written in place.
+  static std::string& finished_text(Ptr_CommonExpr& holder);
   // Moves the finished text of `holder` into `out`; false, and nothing
   // moved, when it has none or is a subclass that may render otherwise.
   static bool take(Ptr_CommonExpr& holder, std::string& out);

@@ -56,45 +56,52 @@ struct ColumnText {
   // plain column's without its schema when `drop_schema`.
   template <typename Sink>
   static void put(Sink& f, const col& c, tessel::DBTYPE db, bool drop_schema) {
+    const std::string_view schema = c.schema_part(), name = c.name_part();
     if (c.col_type_ == ColumnFunction) {
       // A function copied into a plain column renders nothing without a
       // schema: select lists rely on this to drop unqualified function names.
-      if (c.schema_name_.empty()) return;
-      if (db != tessel::DB_SQLITE) put_part(f, c.schema_name_);
-      f.put(c.col_name_);
+      if (schema.empty()) return;
+      if (db != tessel::DB_SQLITE) put_part(f, schema);
+      f.put(name.data(), name.size());
       return;
     }
     if (c.excluded_) f.put("EXCLUDED.", 9);
-    if (!drop_schema && !c.schema_name_.empty()) put_part(f, c.schema_name_);
-    if (!c.table_name_.empty()) put_part(f, c.table_name_);
-    f.put(c.col_name_);
+    if (!drop_schema && !schema.empty()) put_part(f, schema);
+    const std::string_view table = c.table_part();
+    if (!table.empty()) put_part(f, table);
+    f.put(name.data(), name.size());
   }
   static void put_order(Fill& f, const col& c, tessel::DBTYPE db) {
     put(f, c, db, db == tessel::DB_SQLITE);
-    f.put(c.order_sql_);
+    const std::string_view order = c.order_part();
+    f.put(order.data(), order.size());
   }
   // The length put writes.
   static std::size_t size(const col& c, tessel::DBTYPE db, bool drop_schema) {
-    const std::size_t schema = c.schema_name_.empty() ? 0 : c.schema_name_.size() + 1;
+    const std::size_t schema = c.schema_part().empty() ? 0 : c.schema_part().size() + 1;
+    const std::size_t name = c.name_part().size();
     if (c.col_type_ == ColumnFunction) {
-      return schema == 0 ? 0 : (db == tessel::DB_SQLITE ? 0 : schema) + c.col_name_.size();
+      return schema == 0 ? 0 : (db == tessel::DB_SQLITE ? 0 : schema) + name;
     }
-    return (c.excluded_ ? 9 : 0) + (drop_schema ? 0 : schema) +
-           (c.table_name_.empty() ? 0 : c.table_name_.size() + 1) + c.col_name_.size();
+    const std::size_t table = c.table_part().size();
+    return (c.excluded_ ? 9 : 0) + (drop_schema ? 0 : schema) + (table == 0 ? 0 : table + 1) +
+           name;
   }
   static std::size_t order_size(const col& c, tessel::DBTYPE db) {
-    return size(c, db, db == tessel::DB_SQLITE) + c.order_sql_.size();
+    return size(c, db, db == tessel::DB_SQLITE) + c.order_part().size();
   }
   // The column `name` of a table or view, made with its parts at once.
-  static col of(const std::string& schema, const std::string& table, const std::string& name,
+  static col of(std::string_view schema, std::string_view table, std::string_view name,
                 tessel::DBTYPE db) {
     return col(schema, table, name, db);
   }
+  // The stored texts, for the renderers.
+  static std::string_view order(const col& c) { return c.order_part(); }
 
  private:
   template <typename Sink>
-  static void put_part(Sink& f, const std::string& part) {
-    f.put(part);
+  static void put_part(Sink& f, std::string_view part) {
+    f.put(part.data(), part.size());
     f.put('.');
   }
 };

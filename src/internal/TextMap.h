@@ -1,14 +1,14 @@
 // Name-to-text pairs kept sorted by name, a later value for a name
-// replacing the earlier one: SET targets render in name order. A few pairs
-// in one block cost one allocation, where a tree costs one per pair.
+// replacing the earlier one: SET targets render in name order. Names and
+// values share one text, and the first few entries sit in place, so that a
+// SET of a few columns costs no allocation of its own.
 #ifndef VEXEL_INTERNAL_TEXTMAP_H
 #define VEXEL_INTERNAL_TEXTMAP_H
 
-#include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
-#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -17,28 +17,76 @@ namespace internal {
 
 class TextMap {
  public:
-  using Entry = std::pair<std::string, std::string>;
+  using Entry = std::pair<std::string_view, std::string_view>;
 
-  void set(std::string name, std::string_view value) {
-    if (entries_.capacity() == 0) entries_.reserve(4);
-    auto at = std::lower_bound(entries_.begin(), entries_.end(), name,
-                               [](const Entry& e, const std::string& n) { return e.first < n; });
-    if (at != entries_.end() && at->first == name) {
-      at->second.assign(value.data(), value.size());
+  void set(std::string_view name, std::string_view value) {
+    std::size_t at = 0;
+    while (at < count_ && view(slot(at).name) < name) ++at;
+    if (at < count_ && view(slot(at).name) == name) {
+      // The old value's bytes stay behind, unused: replacing is rare.
+      slot(at).value = store(value);
       return;
     }
-    entries_.emplace(at, std::piecewise_construct, std::forward_as_tuple(std::move(name)),
-                     std::forward_as_tuple(value.data(), value.size()));
+    Slot s{store(name), store(value)};
+    if (count_ < kInline) {
+      for (std::size_t k = count_; k > at; --k) inline_[k] = inline_[k - 1];
+      if (at < kInline) inline_[at] = s;
+    } else {
+      // Sorted across both: shift through the overflow, then the inline tail.
+      more_.push_back(Slot{});
+      for (std::size_t k = count_; k > at; --k) slot(k) = slot(k - 1);
+      slot(at) = s;
+    }
+    ++count_;
   }
 
-  std::vector<Entry>::const_iterator begin() const { return entries_.begin(); }
-  std::vector<Entry>::const_iterator end() const { return entries_.end(); }
-  std::size_t size() const { return entries_.size(); }
-  bool empty() const { return entries_.empty(); }
-  void clear() { entries_.clear(); }
+  class const_iterator {
+   public:
+    const_iterator(const TextMap* map, std::size_t at) : map_(map), at_(at) {}
+    Entry operator*() const {
+      const Slot& s = map_->slot(at_);
+      return {map_->view(s.name), map_->view(s.value)};
+    }
+    const_iterator& operator++() {
+      ++at_;
+      return *this;
+    }
+    bool operator!=(const const_iterator& other) const { return at_ != other.at_; }
+
+   private:
+    const TextMap* map_;
+    std::size_t at_;
+  };
+
+  const_iterator begin() const { return {this, 0}; }
+  const_iterator end() const { return {this, count_}; }
+  std::size_t size() const { return count_; }
+  bool empty() const { return count_ == 0; }
+  // The bytes of every name and value, an upper bound of what they render.
+  std::size_t text_size() const { return text_.size(); }
 
  private:
-  std::vector<Entry> entries_;
+  struct Part {
+    std::uint32_t from = 0, size = 0;
+  };
+  struct Slot {
+    Part name, value;
+  };
+  static constexpr std::size_t kInline = 4;
+
+  Part store(std::string_view s) {
+    Part p{static_cast<std::uint32_t>(text_.size()), static_cast<std::uint32_t>(s.size())};
+    text_.append(s.data(), s.size());
+    return p;
+  }
+  std::string_view view(Part p) const { return {text_.data() + p.from, p.size}; }
+  Slot& slot(std::size_t k) { return k < kInline ? inline_[k] : more_[k - kInline]; }
+  const Slot& slot(std::size_t k) const { return k < kInline ? inline_[k] : more_[k - kInline]; }
+
+  std::string text_;
+  Slot inline_[kInline];
+  std::vector<Slot> more_;
+  std::size_t count_ = 0;
 };
 
 }  // namespace internal
