@@ -1,7 +1,7 @@
 // Name-to-text pairs kept sorted by name, a later value for a name
 // replacing the earlier one: SET targets render in name order. Names and
-// values share one text, and the first few entries sit in place, so that a
-// SET of a few columns costs no allocation of its own.
+// values share one text, and the first few entries and their text sit in
+// place, so that a SET of a few columns costs no allocation of its own.
 #ifndef VEXEL_INTERNAL_TEXTMAP_H
 #define VEXEL_INTERNAL_TEXTMAP_H
 
@@ -11,6 +11,8 @@
 #include <string_view>
 #include <utility>
 #include <vector>
+
+#include "vexel/ColumnParts.h"
 
 namespace vexel {
 namespace internal {
@@ -62,8 +64,6 @@ class TextMap {
   const_iterator end() const { return {this, count_}; }
   std::size_t size() const { return count_; }
   bool empty() const { return count_ == 0; }
-  // The bytes of every name and value, an upper bound of what they render.
-  std::size_t text_size() const { return text_.size(); }
 
  private:
   struct Part {
@@ -73,17 +73,28 @@ class TextMap {
     Part name, value;
   };
   static constexpr std::size_t kInline = 4;
+  static constexpr std::size_t kText = 64;
 
   Part store(std::string_view s) {
-    Part p{static_cast<std::uint32_t>(text_.size()), static_cast<std::uint32_t>(s.size())};
-    text_.append(s.data(), s.size());
+    Part p{static_cast<std::uint32_t>(used_), static_cast<std::uint32_t>(s.size())};
+    if (s.size() > kText - used_ || !more_text_.empty()) {
+      if (more_text_.empty()) more_text_.assign(local_text_, used_);
+      more_text_.append(s.data(), s.size());
+    } else {
+      detail::copy_bytes(local_text_ + used_, s.data(), s.size());
+    }
+    used_ += s.size();
     return p;
   }
-  std::string_view view(Part p) const { return {text_.data() + p.from, p.size}; }
+  const char* text() const { return more_text_.empty() ? local_text_ : more_text_.data(); }
+  std::string_view view(Part p) const { return {text() + p.from, p.size}; }
   Slot& slot(std::size_t k) { return k < kInline ? inline_[k] : more_[k - kInline]; }
   const Slot& slot(std::size_t k) const { return k < kInline ? inline_[k] : more_[k - kInline]; }
 
-  std::string text_;
+  // The text in place until it outgrows it, then all of it in more_text_.
+  char local_text_[kText];
+  std::size_t used_ = 0;
+  std::string more_text_;
   Slot inline_[kInline];
   std::vector<Slot> more_;
   std::size_t count_ = 0;
