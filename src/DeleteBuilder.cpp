@@ -42,7 +42,7 @@ DeleteBuilder& DeleteBuilder::WHERE(const CommonExpr& condition) {
 
 DeleteBuilder& DeleteBuilder::WHERE(Ptr_CommonExpr&& condition) {
   if (SQLDelete* b = VEXEL_IMPL()) {
-    b->WHERE(internal::where_text(std::move(condition), db_type_, VEXEL_SITE));
+    internal::where_text(std::move(condition), db_type_, VEXEL_SITE, b->WHERE());
   }
   return *this;
 }

@@ -112,7 +112,7 @@ UpdateBuilder& UpdateBuilder::WHERE(const CommonExpr& condition) {
 
 UpdateBuilder& UpdateBuilder::WHERE(Ptr_CommonExpr&& condition) {
   if (SQLUpdate* b = VEXEL_IMPL()) {
-    b->WHERE(internal::where_text(std::move(condition), db_type_, VEXEL_SITE));
+    internal::where_text(std::move(condition), db_type_, VEXEL_SITE, b->WHERE());
   }
   return *this;
 }

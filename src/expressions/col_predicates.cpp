@@ -1,6 +1,7 @@
 // The condition-building members of col. Dialect-independent conditions are
 // finished text as soon as they are built; the others are nodes
 // that render with the statement's dialect.
+#include <cstring>
 #include <initializer_list>
 #include <memory>
 #include <string>
@@ -62,10 +63,13 @@ std::string quoted(const std::string& s) { return "'" + s + "'"; }
 
 // "c IN (1,2,3)": the numbers written straight into the condition.
 Ptr_CommonExpr int_condition(const col& c, const char* op, internal::Span<int> values) {
+  // The exact length: a text that fits in place needs no allocation.
+  std::size_t size = internal::ColumnText::name_size(c) + std::strlen(op) +
+                     (values.empty() ? 1 : values.size());
+  for (const int v : values) size += internal::Fill::number_size(v);
   Ptr_CommonExpr holder;
   {
-    internal::Fill f(internal::ExprTree::finished_text(holder),
-                     internal::ColumnText::name_size(c) + 10 + 4 * values.size());
+    internal::Fill f(internal::ExprTree::finished_text(holder), size);
     internal::ColumnText::put_name(f, c);
     f.put(op);
     for (std::size_t i = 0; i < values.size(); ++i) {

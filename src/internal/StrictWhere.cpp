@@ -24,23 +24,27 @@ namespace internal {
 
 namespace {
 
-std::string warned(std::string condition, const Site& site) {
+void warn_if_empty(const std::string& condition, const Site& site) {
   if (condition.empty()) {
     VEXEL_LOG_AT(site, 4, "[%s]condition renders empty, the statement changes every row.[%s(%d)]");
   }
-  return condition;
 }
 
 }  // namespace
 
 std::string where_text(const CommonExpr& condition, tessel::DBTYPE db, const Site& site) {
-  return warned(condition.GetExpr(db), site);
+  std::string text = condition.GetExpr(db);
+  warn_if_empty(text, site);
+  return text;
 }
 
-std::string where_text(Ptr_CommonExpr&& condition, tessel::DBTYPE db, const Site& site) {
-  std::string text;
-  if (!ExprTree::take(condition, text)) return where_text(std::as_const(condition), db, site);
-  return warned(std::move(text), site);
+void where_text(Ptr_CommonExpr&& condition, tessel::DBTYPE db, const Site& site,
+                std::string& out) {
+  if (!ExprTree::take(condition, out)) {
+    out = where_text(std::as_const(condition), db, site);
+    return;
+  }
+  warn_if_empty(out, site);
 }
 
 bool refuse_unfiltered(bool builder_strict, bool renders_empty, const Site& site) {

@@ -16,7 +16,9 @@ namespace internal {
 // the level-4 warning on behalf of `site` when it is empty. A temporary
 // with a finished text hands it over instead of having it copied.
 std::string where_text(const CommonExpr& condition, tessel::DBTYPE db, const Site& site);
-std::string where_text(Ptr_CommonExpr&& condition, tessel::DBTYPE db, const Site& site);
+// The same, put straight into `out`.
+void where_text(Ptr_CommonExpr&& condition, tessel::DBTYPE db, const Site& site,
+                std::string& out);
 
 // True, after one level-5 line on behalf of `site`, when a statement whose
 // condition renders empty must not run: the builder or the process is

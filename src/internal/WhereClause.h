@@ -18,6 +18,11 @@ class WhereClause {
     where_ = std::move(text);
     where_given_ = true;
   }
+  // The condition's text, given in place.
+  std::string& WHERE() {
+    where_given_ = true;
+    return where_;
+  }
   // No brackets and no check that a condition was set: callers rely on it.
   void AND(const std::string& text) { where_.append(" AND ").append(text); }
   void OR(const std::string& text) { where_.append(" OR ").append(text); }
