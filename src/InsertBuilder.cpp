@@ -84,7 +84,7 @@ InsertBuilder& InsertBuilder::SET(const col& c, const SQLValue& v) {
 
 InsertBuilder& InsertBuilder::SET(const col& c, const col& value) {
   if (SQLInsert* b = VEXEL_IMPL()) {
-    b->SET(c, db_type_, internal::column_text(value, db_type_));
+    b->SET(c, db_type_, internal::ColumnName(value, db_type_));
   }
   return *this;
 }

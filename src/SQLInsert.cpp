@@ -39,9 +39,7 @@ void SQLInsert::VALUES(internal::Span<SQLValue> row) {
 }
 
 void SQLInsert::SET(const col& c, tessel::DBTYPE db, std::string_view value_text) {
-  std::string name;
-  internal::ColumnText::append(name, c, db);
-  set_values_.set(name, value_text);
+  set_values_.set(internal::ColumnName(c, db), value_text);
 }
 
 void SQLInsert::ON_CONFLICT(internal::Span<col> cols, tessel::DBTYPE db) {

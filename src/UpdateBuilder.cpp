@@ -61,14 +61,14 @@ UpdateBuilder& UpdateBuilder::UPDATE(const col& c) {
 UpdateBuilder& UpdateBuilder::SET(const col& c, const SQLValue& v) {
   if (SQLUpdate* b = VEXEL_IMPL()) {
     std::string scratch;
-    b->SET(internal::column_text(c, db_type_), internal::ValueText::view(v, db_type_, scratch));
+    b->SET(internal::ColumnName(c, db_type_), internal::ValueText::view(v, db_type_, scratch));
   }
   return *this;
 }
 
 UpdateBuilder& UpdateBuilder::SET(const col& c, const col& value) {
   if (SQLUpdate* b = VEXEL_IMPL()) {
-    b->SET(internal::column_text(c, db_type_), internal::column_text(value, db_type_));
+    b->SET(internal::ColumnName(c, db_type_), internal::ColumnName(value, db_type_));
   }
   return *this;
 }

@@ -106,6 +106,40 @@ struct ColumnText {
   }
 };
 
+// A column's text as ColumnText::append writes it, held for the length of
+// a call: in place when it is short, which is nearly always.
+class ColumnName {
+ public:
+  ColumnName(const col& c, tessel::DBTYPE db) {
+    const bool drop_schema = db == tessel::DB_SQLITE;
+    if (ColumnText::size(c, db, drop_schema) <= sizeof local_) {
+      Into into{local_};
+      ColumnText::put(into, c, db, drop_schema);
+      text_ = std::string_view(local_, static_cast<std::size_t>(into.p - local_));
+    } else {
+      ColumnText::append(spilled_, c, db);
+      text_ = spilled_;
+    }
+  }
+  ColumnName(const ColumnName&) = delete;
+  ColumnName& operator=(const ColumnName&) = delete;
+  operator std::string_view() const { return text_; }
+
+ private:
+  // Writes into room known to be large enough.
+  struct Into {
+    char* p;
+    void put(const char* s, std::size_t n) {
+      detail::copy_bytes(p, s, n);
+      p += n;
+    }
+    void put(char c) { *p++ = c; }
+  };
+  char local_[96];
+  std::string spilled_;
+  std::string_view text_;
+};
+
 // The text a refused SafeValue renders: a marker, the reason and a NUL
 // byte. No statement may hold a NUL byte: the execution path runs none that
 // contains a refused value and logs its reason instead.
