@@ -7,6 +7,8 @@
 #include <cstdint>
 #include <cstring>
 #include <functional>
+#include <stdexcept>
+#include <string>
 #include <string_view>
 
 #include "vexel/export.h"
@@ -112,6 +114,8 @@ class VEXEL_API ColumnParts {
   // Room for `n` bytes, keeping what is held.
   void reserve(std::size_t n) {
     if (n <= capacity_) return;
+    // Sizes are kept in 32 bits, as a string would refuse what it cannot hold.
+    if (n > UINT32_MAX / 2) throw std::length_error("vexel::col: text too long");
     std::size_t room = 2 * static_cast<std::size_t>(capacity_);
     if (room < n) room = n;
     char* bigger = new char[room];
@@ -125,14 +129,8 @@ class VEXEL_API ColumnParts {
   void splice(Part k, std::size_t at, std::size_t drop, std::string_view text) {
     const std::less<const char*> before;
     if (!text.empty() && !before(text.data(), data()) && before(text.data(), data() + total())) {
-      char scratch[kInline];
-      if (text.size() <= kInline) {
-        std::memcpy(scratch, text.data(), text.size());
-        splice(k, at, drop, std::string_view(scratch, text.size()));
-      } else {
-        ColumnParts copy(*this);
-        splice(k, at, drop, std::string_view(copy.data() + (text.data() - data()), text.size()));
-      }
+      const std::string copy(text);
+      splice(k, at, drop, copy);
       return;
     }
     const std::size_t from = offset(k) + at;

@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -76,6 +77,7 @@ class TextMap {
   static constexpr std::size_t kText = 64;
 
   Part store(std::string_view s) {
+    if (s.size() > UINT32_MAX / 2 - used_) throw std::length_error("vexel: SET text too long");
     Part p{static_cast<std::uint32_t>(used_), static_cast<std::uint32_t>(s.size())};
     if (s.size() > kText - used_ || !more_text_.empty()) {
       if (more_text_.empty()) more_text_.assign(local_text_, used_);

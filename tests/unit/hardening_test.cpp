@@ -195,6 +195,43 @@ TEST(Hardening, EmptyConditionWarnsAndStrictModeRefuses) {
   EXPECT_TRUE(vexel::set_strict_where_default(false));
 }
 
+// Names, SET lists, conditions and statements longer than the room kept
+// for them in place render as short ones do; a column's copies and moves
+// keep their texts.
+TEST(Hardening, TextsPastTheirRoomInPlace) {
+  const std::string s(30, 's'), t(30, 't'), n(30, 'n'), wide(80, 'w');
+  vexel::col c = vexel::sch(s).tab(t).col(n);
+  c.AS("a").DISTINCT().DESC();
+  vexel::col copy = c, moved(std::move(copy)), assigned;
+  assigned = moved;
+  moved.set_table_name(wide);  // a middle part grows in place
+  const std::string name = ". DISTINCT " + n + " AS a";
+  EXPECT_EQ(assigned.to_order() + "|" + moved.col_name(),
+            s + "." + t + name + " DESC |" + s + "." + wide + name);
+  EXPECT_EQ(assigned.only_schema_name() + assigned.only_table_name(), s + t);
+
+  // Six SETs of long names, one of them twice: the later value, in name order.
+  vexel::UpdateBuilder u(fake(2));
+  u.UPDATE(vexel::tab("t"));
+  const std::string order = "fedcbaf";
+  for (std::size_t k = 0; k < order.size(); ++k) {
+    u.SET(vexel::col(std::string(100, order[k])), vexel::SQLValue(static_cast<int>(k)));
+  }
+  std::string sets;
+  for (char k : std::string("abcdef")) {
+    sets += (sets.empty() ? "" : ", ") + std::string(100, k) + " = " +
+            std::to_string(k == 'f' ? 6 : order.find(k));
+  }
+  EXPECT_EQ(u.tosql(), "UPDATE t SET " + sets);
+
+  // A statement and a condition past the room a render keeps on the stack.
+  const std::string a(700, 'a'), b(700, 'b'), x(2000, 'x');
+  vexel::QueryBuilder q(fake(2));
+  q.SELECT({vexel::col(a), vexel::col(b)}).FROM(vexel::tab("t"));
+  q.WHERE(vexel::col("c") == vexel::SQLValue(vexel::SafeValue(x)));
+  EXPECT_EQ(q.tosql(), "SELECT " + a + " , " + b + " FROM t WHERE c = '" + x + "'");
+}
+
 // Writers log while the sink is replaced again and again; every line
 // reaches exactly one of the installed sinks.
 TEST(Hardening, SinkReplacedWhileOtherThreadsLog) {
