@@ -21,9 +21,7 @@ UpdateBuilder::UpdateBuilder(const std::shared_ptr<tessel::CConnect>& conn) : db
 // A copy is independent: its own implementation with the clauses and the
 // implementation's connection.
 UpdateBuilder::UpdateBuilder(const UpdateBuilder& other)
-    : db_type_(other.db_type_),
-      returning_(other.returning_),
-      strict_where_(other.strict_where_) {
+    : db_type_(other.db_type_), returning_(other.returning_), strict_where_(other.strict_where_) {
   ptr_builder_ = internal::copy_or_fresh(db_type_, other.ptr_builder_, &copy_update, &make_update);
 }
 

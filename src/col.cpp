@@ -7,7 +7,8 @@
 namespace vexel {
 
 col::col(const std::string& name) : parts_({}, {}, name) {}
-col::col(const char* name) : parts_({}, {}, name != nullptr ? std::string_view(name) : std::string_view()) {}
+col::col(const char* name)
+    : parts_({}, {}, name != nullptr ? std::string_view(name) : std::string_view()) {}
 col::col(const col& other, const tessel::DBTYPE& db) : col(other) { db_type_ = db; }
 col::col(const CommonExpr& e, const tessel::DBTYPE& db)
     : db_type_(db), parts_({}, {}, e.GetExpr(db)) {}

@@ -64,8 +64,8 @@ std::string quoted(const std::string& s) { return "'" + s + "'"; }
 // "c IN (1,2,3)": the numbers written straight into the condition.
 Ptr_CommonExpr int_condition(const col& c, const char* op, internal::Span<int> values) {
   // The exact length: a text that fits in place needs no allocation.
-  std::size_t size = internal::ColumnText::name_size(c) + std::strlen(op) +
-                     (values.empty() ? 1 : values.size());
+  std::size_t size =
+      internal::ColumnText::name_size(c) + std::strlen(op) + (values.empty() ? 1 : values.size());
   for (const int v : values) size += internal::Fill::number_size(v);
   Ptr_CommonExpr holder;
   {

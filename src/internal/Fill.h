@@ -65,7 +65,8 @@ class Fill {
   // The length put_number writes.
   static std::size_t number_size(int value) {
     std::size_t n = value < 0 ? 2 : 1;
-    for (unsigned rest = value < 0 ? 0u - static_cast<unsigned>(value) : static_cast<unsigned>(value);
+    for (unsigned rest = value < 0 ? 0u - static_cast<unsigned>(value)
+                                   : static_cast<unsigned>(value);
          rest >= 10; rest /= 10) {
       ++n;
     }

@@ -38,8 +38,7 @@ std::string where_text(const CommonExpr& condition, tessel::DBTYPE db, const Sit
   return text;
 }
 
-void where_text(Ptr_CommonExpr&& condition, tessel::DBTYPE db, const Site& site,
-                std::string& out) {
+void where_text(Ptr_CommonExpr&& condition, tessel::DBTYPE db, const Site& site, std::string& out) {
   if (!ExprTree::take(condition, out)) {
     out = where_text(std::as_const(condition), db, site);
     return;

@@ -17,8 +17,7 @@ namespace internal {
 // with a finished text hands it over instead of having it copied.
 std::string where_text(const CommonExpr& condition, tessel::DBTYPE db, const Site& site);
 // The same, put straight into `out`.
-void where_text(Ptr_CommonExpr&& condition, tessel::DBTYPE db, const Site& site,
-                std::string& out);
+void where_text(Ptr_CommonExpr&& condition, tessel::DBTYPE db, const Site& site, std::string& out);
 
 // True, after one level-5 line on behalf of `site`, when a statement whose
 // condition renders empty must not run: the builder or the process is

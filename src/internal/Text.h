@@ -84,8 +84,7 @@ struct ColumnText {
       return schema == 0 ? 0 : (db == tessel::DB_SQLITE ? 0 : schema) + name;
     }
     const std::size_t table = c.table_part().size();
-    return (c.excluded_ ? 9 : 0) + (drop_schema ? 0 : schema) + (table == 0 ? 0 : table + 1) +
-           name;
+    return (c.excluded_ ? 9 : 0) + (drop_schema ? 0 : schema) + (table == 0 ? 0 : table + 1) + name;
   }
   static std::size_t order_size(const col& c, tessel::DBTYPE db) {
     return size(c, db, db == tessel::DB_SQLITE) + c.order_part().size();
