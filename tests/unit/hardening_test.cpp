@@ -205,22 +205,24 @@ TEST(Hardening, TextsPastTheirRoomInPlace) {
   vexel::col copy = c, moved(std::move(copy)), assigned;
   assigned = moved;
   moved.set_table_name(wide);  // a middle part grows in place
-  const std::string name = ". DISTINCT " + n + " AS a";
+  const std::string tail = ". DISTINCT " + n + " AS a";
   EXPECT_EQ(assigned.to_order() + "|" + moved.col_name(),
-            s + "." + t + name + " DESC |" + s + "." + wide + name);
+            s + "." + t + tail + " DESC |" + s + "." + wide + tail);
   EXPECT_EQ(assigned.only_schema_name() + assigned.only_table_name(), s + t);
 
-  // Six SETs of long names, one of them twice: the later value, in name order.
+  // Six SETs of ever longer names, one of them twice: the later value, in
+  // name order.
   vexel::UpdateBuilder u(fake(2));
   u.UPDATE(vexel::tab("t"));
   const std::string order = "fedcbaf";
+  auto name = [](char k) { return std::string(10 + 20 * ('f' - k), k); };
   for (std::size_t k = 0; k < order.size(); ++k) {
-    u.SET(vexel::col(std::string(100, order[k])), vexel::SQLValue(static_cast<int>(k)));
+    u.SET(vexel::col(name(order[k])), vexel::SQLValue(static_cast<int>(k)));
   }
   std::string sets;
   for (char k : std::string("abcdef")) {
-    sets += (sets.empty() ? "" : ", ") + std::string(100, k) + " = " +
-            std::to_string(k == 'f' ? 6 : order.find(k));
+    sets +=
+        (sets.empty() ? "" : ", ") + name(k) + " = " + std::to_string(k == 'f' ? 6 : order.find(k));
   }
   EXPECT_EQ(u.tosql(), "UPDATE t SET " + sets);
 
