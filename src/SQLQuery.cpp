@@ -129,6 +129,7 @@ void SQLQuery::write(internal::Fill& f, const SelectForm& form) const {
   if (form.select_expression) f.put(select_expression_);
   f.put(select_text_);
   if (from_.empty() && !form.always_from) return;
+  // SQL Server writes " FROM " even with nothing after it; callers match it.
   put_clause(f, " FROM ", from_);
   for (std::size_t i = 0; i < join_count_; ++i) {
     const Join& join = entry(i);
@@ -141,6 +142,7 @@ void SQLQuery::write(internal::Fill& f, const SelectForm& form) const {
   if (!having_.empty()) put_clause(f, " HAVING ", having_);
   if (has_order_) put_clause(f, " ORDER BY ", order_text_);
   if (form.fetch_paging) {
+    // An offset without a limit is not rendered at all.
     if (limit_ != 0) {
       f.put(" OFFSET ", 8);
       f.put_number(offset_);
@@ -158,6 +160,7 @@ void SQLQuery::write(internal::Fill& f, const SelectForm& form) const {
       f.put_number(offset_);
     }
   }
+  // Set operations follow in a fixed order, whatever the call order was.
   if (!union_all_.empty()) put_clause(f, " UNION ALL ", union_all_);
   if (!union_.empty()) put_clause(f, " UNION ", union_);
   if (!except_.empty()) put_clause(f, " EXCEPT ", except_);

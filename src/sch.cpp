@@ -1,22 +1,30 @@
 #include "vexel/sch.h"
 
 namespace vexel {
+namespace {
+
+// What sch gives every object it makes: its schema and its dialect.
+template <typename T>
+void stamp(T& out, const std::string& schema, tessel::DBTYPE db) {
+  out.set_schema_name(schema);
+  out.set_db_type(db);
+}
+
+}  // namespace
 
 sch::sch(const std::string& name) : schema_name_(name) {}
 sch::sch(const char* name) : schema_name_(name != nullptr ? name : "") {}
 
 tab sch::tab(const std::string& name) const {
   vexel::tab out(name);
-  out.set_schema_name(schema_name_);
-  out.set_db_type(db_type_);
+  stamp(out, schema_name_, db_type_);
   return out;
 }
 tab sch::tab(const char* name) const { return tab(vexel::tab(name)); }
 
 tab sch::tab(const vexel::tab& t) const {
   vexel::tab out(t);
-  out.set_schema_name(schema_name_);
-  out.set_db_type(db_type_);
+  stamp(out, schema_name_, db_type_);
   return out;
 }
 
@@ -27,15 +35,13 @@ view sch::view(const char* name) const { return view(vexel::view(name)); }
 // clears the view's own.
 view sch::view(const vexel::view& v) const {
   vexel::view out(v);
-  out.set_schema_name(schema_name_);
-  out.set_db_type(db_type_);
+  stamp(out, schema_name_, db_type_);
   return out;
 }
 
 func sch::func(const std::string& name) const {
   vexel::func f(name);
-  f.set_schema_name(schema_name_);
-  f.set_db_type(db_type_);
+  stamp(f, schema_name_, db_type_);
   return f;
 }
 

@@ -47,7 +47,7 @@ class Fill {
 
   void put(const char* s, std::size_t n) {
     if (n > static_cast<std::size_t>(end_ - p_)) grow(n);
-    copy(p_, s, n);
+    detail::copy_bytes(p_, s, n);
     p_ += n;
   }
   void put(const std::string& s) { put(s.data(), s.size()); }
@@ -123,9 +123,6 @@ class Fill {
   void make_room(std::size_t n) {
     if (n > out_.capacity()) out_.reserve(n > 2 * out_.capacity() ? n : 2 * out_.capacity());
   }
-
-  // Short pieces are the common case: copied in a few moves, not a call.
-  static void copy(char* to, const char* from, std::size_t n) { detail::copy_bytes(to, from, n); }
 
   // Moves writing into `out` itself, with room for `room` more bytes.
   void spill(std::size_t room) {

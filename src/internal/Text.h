@@ -160,21 +160,29 @@ struct ValueText {
   // of(v, db) without a copy where the value holds its text; `scratch`
   // keeps the text otherwise, as long as the view is used.
   static std::string_view view(const SQLValue& v, tessel::DBTYPE db, std::string& scratch) {
-    if (typeid(v) == typeid(SQLValue) && !v.per_dialect_) return v.value_;
+    if (const std::string* text = fixed(v)) return *text;
     scratch = v.GetExpr(db);
     return scratch;
   }
   // The length put writes when it is known beforehand, else 0.
   static std::size_t size(const SQLValue& v) {
-    return typeid(v) == typeid(SQLValue) && !v.per_dialect_ ? v.value_.size() : 0;
+    const std::string* text = fixed(v);
+    return text != nullptr ? text->size() : 0;
   }
-  // of(v, db) written into `f`; a subclass may render otherwise.
+  // of(v, db) written into `f`.
   static void put(Fill& f, const SQLValue& v, tessel::DBTYPE db) {
-    if (typeid(v) == typeid(SQLValue) && !v.per_dialect_) {
-      f.put(v.value_);
+    if (const std::string* text = fixed(v)) {
+      f.put(*text);
     } else {
       f.put(v.GetExpr(db));
     }
+  }
+
+ private:
+  // The text every dialect writes, or null for a value made from a
+  // SafeValue and for a subclass, which may render otherwise.
+  static const std::string* fixed(const SQLValue& v) {
+    return typeid(v) == typeid(SQLValue) && !v.per_dialect_ ? &v.value_ : nullptr;
   }
 };
 
