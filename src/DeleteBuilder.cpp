@@ -13,14 +13,51 @@ namespace vexel {
 
 DeleteBuilder::DeleteBuilder(const std::shared_ptr<tessel::CConnect>& conn) : db_conn_(conn) {
   db_type_ = internal::dialect_or_log(db_conn_, VEXEL_SITE);
-  ptr_builder_ = make_delete(db_type_, db_conn_);
+  place(ptr_builder_, db_type_, db_conn_);
 }
 
 // A copy is independent: its own implementation with the clauses and the
 // implementation's connection.
 DeleteBuilder::DeleteBuilder(const DeleteBuilder& other)
     : db_type_(other.db_type_), returning_(other.returning_), strict_where_(other.strict_where_) {
-  ptr_builder_ = internal::copy_or_fresh(db_type_, other.ptr_builder_, &copy_delete, &make_delete);
+  internal::copy_or_fresh(db_type_, ptr_builder_, other.ptr_builder_);
+}
+
+// Takes the statement over; the other builder is left without one.
+DeleteBuilder::DeleteBuilder(DeleteBuilder&& other) noexcept
+    : db_conn_(std::move(other.db_conn_)),
+      db_type_(other.db_type_),
+      returning_(other.returning_),
+      strict_where_(other.strict_where_) {
+  take(other);
+}
+
+// Both facades then share one implementation (see QueryBuilder::operator=).
+DeleteBuilder& DeleteBuilder::operator=(const DeleteBuilder& other) {
+  if (this == &other) return *this;
+  ptr_builder_.share(other.ptr_builder_,
+                     [&](const SQLDelete& b) { return copy_delete(other.db_type_, b); });
+  db_conn_ = other.db_conn_;
+  db_type_ = other.db_type_;
+  returning_ = other.returning_;
+  strict_where_ = other.strict_where_;
+  return *this;
+}
+
+DeleteBuilder& DeleteBuilder::operator=(DeleteBuilder&& other) noexcept {
+  if (this == &other) return *this;
+  db_conn_ = std::move(other.db_conn_);
+  db_type_ = other.db_type_;
+  returning_ = other.returning_;
+  strict_where_ = other.strict_where_;
+  take(other);
+  return *this;
+}
+
+void DeleteBuilder::take(DeleteBuilder& other) noexcept {
+  const tessel::DBTYPE db = db_type_;
+  ptr_builder_.take(other.ptr_builder_,
+                    [db](detail::DeleteSlot& to, const SQLDelete& b) { place(to, db, b); });
 }
 
 DeleteBuilder::~DeleteBuilder() = default;

@@ -11,19 +11,20 @@ namespace vexel {
 
 InsertBuilder::InsertBuilder(const std::shared_ptr<tessel::CConnect>& conn) : db_conn_(conn) {
   db_type_ = internal::dialect_of(db_conn_);
-  ptr_builder_ = make_insert(db_type_, db_conn_);
+  place(ptr_builder_, db_type_, db_conn_);
 }
 
 // A copy is independent: its own implementation with the clauses and the
 // implementation's connection.
 InsertBuilder::InsertBuilder(const InsertBuilder& other)
     : db_type_(other.db_type_), returning_(other.returning_) {
-  ptr_builder_ = internal::copy_or_fresh(db_type_, other.ptr_builder_, &copy_insert, &make_insert);
+  internal::copy_or_fresh(db_type_, ptr_builder_, other.ptr_builder_);
 }
 
 InsertBuilder& InsertBuilder::operator=(const InsertBuilder& other) {
   if (this == &other) return *this;
-  ptr_builder_ = other.ptr_builder_;
+  ptr_builder_.share(other.ptr_builder_,
+                     [&](const SQLInsert& b) { return copy_insert(other.db_type_, b); });
   db_conn_ = other.db_conn_;
   db_type_ = other.db_type_;
   returning_ = other.returning_;
@@ -33,9 +34,8 @@ InsertBuilder& InsertBuilder::operator=(const InsertBuilder& other) {
 InsertBuilder::~InsertBuilder() = default;
 
 void InsertBuilder::Reset() {
-  ptr_builder_.reset();
   db_type_ = internal::dialect_or_log(db_conn_, VEXEL_SITE);
-  ptr_builder_ = make_insert(db_type_, db_conn_);
+  place(ptr_builder_, db_type_, db_conn_);
   returning_ = false;
 }
 

@@ -13,13 +13,13 @@ namespace vexel {
 
 QueryBuilder::QueryBuilder(const std::shared_ptr<tessel::CConnect>& conn) : db_conn_(conn) {
   db_type_ = internal::dialect_or_log(db_conn_, VEXEL_SITE);
-  ptr_builder_ = make_query(db_type_, db_conn_);
+  place(ptr_builder_, db_type_, db_conn_);
 }
 
 // A copy is independent: its own implementation (with the clauses and the
 // implementation's connection), no facade connection, view flag cleared.
 QueryBuilder::QueryBuilder(const QueryBuilder& other) : db_type_(other.db_type_) {
-  ptr_builder_ = internal::copy_or_fresh(db_type_, other.ptr_builder_, &copy_query, &make_query);
+  internal::copy_or_fresh(db_type_, ptr_builder_, other.ptr_builder_);
 }
 
 // Both facades then share one implementation: a clause added through one
@@ -27,7 +27,8 @@ QueryBuilder::QueryBuilder(const QueryBuilder& other) : db_type_(other.db_type_)
 QueryBuilder& QueryBuilder::operator=(const QueryBuilder& other) {
   if (this == &other) return *this;
   public_view_ = other.public_view_;
-  ptr_builder_ = other.ptr_builder_;
+  ptr_builder_.share(other.ptr_builder_,
+                     [&](const SQLQuery& b) { return copy_query(other.db_type_, b); });
   db_conn_ = other.db_conn_;
   db_type_ = other.db_type_;
   return *this;
@@ -36,9 +37,8 @@ QueryBuilder& QueryBuilder::operator=(const QueryBuilder& other) {
 QueryBuilder::~QueryBuilder() = default;
 
 void QueryBuilder::Reset() {
-  ptr_builder_.reset();
   db_type_ = internal::dialect_or_log(db_conn_, VEXEL_SITE);
-  ptr_builder_ = make_query(db_type_, db_conn_);
+  place(ptr_builder_, db_type_, db_conn_);
   public_view_ = false;
 }
 

@@ -1,5 +1,9 @@
 #include "SQLDelete.h"
 
+#include <cstdint>
+
+#include "internal/Facade.h"
+
 #include "internal/Text.h"
 #include "postgres/PGDelete.h"
 #include "sqlite/SQLiteDelete.h"
@@ -35,27 +39,26 @@ bool SQLDelete::run(const Form& form, internal::ConnOp op, const internal::Site&
                            [&] { return render(form) + (semicolon ? ";" : ""); });
 }
 
-std::shared_ptr<SQLDelete> make_delete(tessel::DBTYPE db,
-                                       const std::shared_ptr<tessel::CConnect>& conn) {
-  switch (db) {
-    case tessel::DB_SQLITE:
-      return internal::make_nothrow<SQLiteDelete>(conn);
-    case tessel::DB_SQLSERVER:
-      return internal::make_nothrow<SQLServerDelete>(conn);
-    default:
-      return internal::make_nothrow<PGDelete>(conn);
-  }
+void place(detail::DeleteSlot& slot, tessel::DBTYPE db,
+           const std::shared_ptr<tessel::CConnect>& conn) {
+  internal::place_dialect<PGDelete, SQLiteDelete, SQLServerDelete>(slot, db, conn);
+}
+
+void place(detail::DeleteSlot& slot, tessel::DBTYPE db, const SQLDelete& other) {
+  internal::place_dialect<PGDelete, SQLiteDelete, SQLServerDelete>(slot, db, other);
 }
 
 std::shared_ptr<SQLDelete> copy_delete(tessel::DBTYPE db, const SQLDelete& other) {
-  switch (db) {
-    case tessel::DB_SQLITE:
-      return internal::make_nothrow<SQLiteDelete>(other);
-    case tessel::DB_SQLSERVER:
-      return internal::make_nothrow<SQLServerDelete>(other);
-    default:
-      return internal::make_nothrow<PGDelete>(other);
-  }
+  return internal::make_dialect<PGDelete, SQLiteDelete, SQLServerDelete, SQLDelete>(db, other);
 }
+
+// Builders are made per statement: the implementation is meant to fit in
+// the builder, not to fall back to the heap.
+#if defined(__GLIBCXX__) && UINTPTR_MAX == UINT64_MAX
+static_assert(sizeof(PGDelete) <= detail::kDeleteRoom &&
+                  sizeof(SQLiteDelete) <= detail::kDeleteRoom &&
+                  sizeof(SQLServerDelete) <= detail::kDeleteRoom,
+              "the statement no longer fits in its builder");
+#endif
 
 }  // namespace vexel

@@ -13,6 +13,7 @@
 #include "internal/Text.h"
 #include "internal/WhereClause.h"
 #include "tessel/CConnect.h"
+#include "vexel/DeleteBuilder.h"
 #include "vexel/col.h"
 
 namespace vexel {
@@ -53,9 +54,13 @@ class SQLDelete : public internal::WhereClause {
   std::shared_ptr<tessel::CConnect> db_conn_;
 };
 
-// SQLiteDelete for 1, SQLServerDelete for 3, PGDelete for every other code.
-std::shared_ptr<SQLDelete> make_delete(tessel::DBTYPE db,
-                                       const std::shared_ptr<tessel::CConnect>& conn);
+// The implementation for `db` (see internal::place_dialect) built in a
+// builder's slot, from a connection or as a copy of `other`.
+void place(detail::DeleteSlot& slot, tessel::DBTYPE db,
+           const std::shared_ptr<tessel::CConnect>& conn);
+void place(detail::DeleteSlot& slot, tessel::DBTYPE db, const SQLDelete& other);
+// A copy of `other` on the heap, for builders that share it; null if
+// allocation fails.
 std::shared_ptr<SQLDelete> copy_delete(tessel::DBTYPE db, const SQLDelete& other);
 
 }  // namespace vexel

@@ -1,5 +1,9 @@
 #include "SQLInsert.h"
 
+#include <cstdint>
+
+#include "internal/Facade.h"
+
 #include "internal/Text.h"
 #include "postgres/PGInsert.h"
 #include "sqlite/SQLiteInsert.h"
@@ -190,27 +194,26 @@ bool SQLInsert::run(const RunForm& form, const internal::Site& site) {
   return internal::Run(*db_conn_, request, "SELECT " + exclude_ + ";");
 }
 
-std::shared_ptr<SQLInsert> make_insert(tessel::DBTYPE db,
-                                       const std::shared_ptr<tessel::CConnect>& conn) {
-  switch (db) {
-    case tessel::DB_SQLITE:
-      return internal::make_nothrow<SQLiteInsert>(conn);
-    case tessel::DB_SQLSERVER:
-      return internal::make_nothrow<SQLServerInsert>(conn);
-    default:
-      return internal::make_nothrow<PGInsert>(conn);
-  }
+void place(detail::InsertSlot& slot, tessel::DBTYPE db,
+           const std::shared_ptr<tessel::CConnect>& conn) {
+  internal::place_dialect<PGInsert, SQLiteInsert, SQLServerInsert>(slot, db, conn);
+}
+
+void place(detail::InsertSlot& slot, tessel::DBTYPE db, const SQLInsert& other) {
+  internal::place_dialect<PGInsert, SQLiteInsert, SQLServerInsert>(slot, db, other);
 }
 
 std::shared_ptr<SQLInsert> copy_insert(tessel::DBTYPE db, const SQLInsert& other) {
-  switch (db) {
-    case tessel::DB_SQLITE:
-      return internal::make_nothrow<SQLiteInsert>(other);
-    case tessel::DB_SQLSERVER:
-      return internal::make_nothrow<SQLServerInsert>(other);
-    default:
-      return internal::make_nothrow<PGInsert>(other);
-  }
+  return internal::make_dialect<PGInsert, SQLiteInsert, SQLServerInsert, SQLInsert>(db, other);
 }
+
+// Builders are made per statement: the implementation is meant to fit in
+// the builder, not to fall back to the heap.
+#if defined(__GLIBCXX__) && UINTPTR_MAX == UINT64_MAX
+static_assert(sizeof(PGInsert) <= detail::kInsertRoom &&
+                  sizeof(SQLiteInsert) <= detail::kInsertRoom &&
+                  sizeof(SQLServerInsert) <= detail::kInsertRoom,
+              "the statement no longer fits in its builder");
+#endif
 
 }  // namespace vexel

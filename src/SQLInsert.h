@@ -15,6 +15,7 @@
 #include "internal/TextMap.h"
 #include "internal/WhereClause.h"
 #include "tessel/CConnect.h"
+#include "vexel/InsertBuilder.h"
 #include "vexel/SQLValue.h"
 #include "vexel/col.h"
 
@@ -80,9 +81,13 @@ class SQLInsert : public internal::WhereClause {
   std::shared_ptr<tessel::CConnect> db_conn_;
 };
 
-// SQLiteInsert for 1, SQLServerInsert for 3, PGInsert for every other code.
-std::shared_ptr<SQLInsert> make_insert(tessel::DBTYPE db,
-                                       const std::shared_ptr<tessel::CConnect>& conn);
+// The implementation for `db` (see internal::place_dialect) built in a
+// builder's slot, from a connection or as a copy of `other`.
+void place(detail::InsertSlot& slot, tessel::DBTYPE db,
+           const std::shared_ptr<tessel::CConnect>& conn);
+void place(detail::InsertSlot& slot, tessel::DBTYPE db, const SQLInsert& other);
+// A copy of `other` on the heap, for builders that share it; null if
+// allocation fails.
 std::shared_ptr<SQLInsert> copy_insert(tessel::DBTYPE db, const SQLInsert& other);
 
 }  // namespace vexel

@@ -1,5 +1,9 @@
 #include "SQLQuery.h"
 
+#include <cstdint>
+
+#include "internal/Facade.h"
+
 #include <cstring>
 #include <utility>
 
@@ -82,7 +86,7 @@ void SQLQuery::OR(const CommonExpr& condition) { extend(" OR ", condition); }
 
 // Attaches to HAVING before WHERE before the last ON, without brackets:
 // hosts rely on SQL's own precedence here.
-void SQLQuery::extend(const char* connector, const CommonExpr& condition) {
+void SQLQuery::extend(std::string_view connector, const CommonExpr& condition) {
   std::string* target = nullptr;
   if (!having_.empty()) {
     target = &having_;
@@ -94,7 +98,7 @@ void SQLQuery::extend(const char* connector, const CommonExpr& condition) {
   if (target == nullptr) return;
   // A condition extended once is usually extended again.
   if (target->capacity() < target->size() + 48) target->reserve(2 * target->size() + 96);
-  *target += connector;
+  target->append(connector.data(), connector.size());
   internal::ExprTree::append(*target, condition, db_type_);
 }
 
@@ -173,27 +177,25 @@ bool SQLQuery::run(const ExecForm& form, Variant variant, const internal::Site& 
                                 [this] { return tosql(); });
 }
 
-std::shared_ptr<SQLQuery> make_query(tessel::DBTYPE db,
-                                     const std::shared_ptr<tessel::CConnect>& conn) {
-  switch (db) {
-    case tessel::DB_SQLITE:
-      return internal::make_nothrow<SQLiteQuery>(conn);
-    case tessel::DB_SQLSERVER:
-      return internal::make_nothrow<SQLServerQuery>(conn);
-    default:
-      return internal::make_nothrow<PGQuery>(conn);
-  }
+void place(detail::QuerySlot& slot, tessel::DBTYPE db,
+           const std::shared_ptr<tessel::CConnect>& conn) {
+  internal::place_dialect<PGQuery, SQLiteQuery, SQLServerQuery>(slot, db, conn);
+}
+
+void place(detail::QuerySlot& slot, tessel::DBTYPE db, const SQLQuery& other) {
+  internal::place_dialect<PGQuery, SQLiteQuery, SQLServerQuery>(slot, db, other);
 }
 
 std::shared_ptr<SQLQuery> copy_query(tessel::DBTYPE db, const SQLQuery& other) {
-  switch (db) {
-    case tessel::DB_SQLITE:
-      return internal::make_nothrow<SQLiteQuery>(other);
-    case tessel::DB_SQLSERVER:
-      return internal::make_nothrow<SQLServerQuery>(other);
-    default:
-      return internal::make_nothrow<PGQuery>(other);
-  }
+  return internal::make_dialect<PGQuery, SQLiteQuery, SQLServerQuery, SQLQuery>(db, other);
 }
+
+// Builders are made per statement: the implementation is meant to fit in
+// the builder, not to fall back to the heap.
+#if defined(__GLIBCXX__) && UINTPTR_MAX == UINT64_MAX
+static_assert(sizeof(PGQuery) <= detail::kQueryRoom && sizeof(SQLiteQuery) <= detail::kQueryRoom &&
+                  sizeof(SQLServerQuery) <= detail::kQueryRoom,
+              "the statement no longer fits in its builder");
+#endif
 
 }  // namespace vexel

@@ -7,12 +7,14 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
 #include "internal/Execution.h"
 #include "internal/Text.h"
 #include "tessel/CConnect.h"
+#include "vexel/QueryBuilder.h"
 #include "vexel/col.h"
 
 namespace vexel {
@@ -80,7 +82,7 @@ class SQLQuery {
   // Replaces `target` by the condition's text in this dialect.
   void assign(std::string& target, const CommonExpr& condition) const;
   void assign(std::string& target, Ptr_CommonExpr&& condition) const;
-  void extend(const char* connector, const CommonExpr& condition);
+  void extend(std::string_view connector, const CommonExpr& condition);
   // The n-th JOIN and the n-th ON form entry n, whatever order they came
   // in; an ON beyond the joins renders nowhere, but AND/OR still extend it.
   struct Join {
@@ -117,11 +119,13 @@ class SQLQuery {
   tessel::DBTYPE db_type_ = tessel::DB_POSTGRESQL;
 };
 
-// The implementation class chosen for a dialect: SQLite for 1, SQL Server
-// for 3, PostgreSQL for 2 and every other code. Null if allocation fails.
-std::shared_ptr<SQLQuery> make_query(tessel::DBTYPE db,
-                                     const std::shared_ptr<tessel::CConnect>& conn);
-// A copy of `other` as the class chosen for `db`.
+// The implementation for `db` (see internal::place_dialect) built in a
+// builder's slot, from a connection or as a copy of `other`.
+void place(detail::QuerySlot& slot, tessel::DBTYPE db,
+           const std::shared_ptr<tessel::CConnect>& conn);
+void place(detail::QuerySlot& slot, tessel::DBTYPE db, const SQLQuery& other);
+// A copy of `other` on the heap, for builders that share it; null if
+// allocation fails.
 std::shared_ptr<SQLQuery> copy_query(tessel::DBTYPE db, const SQLQuery& other);
 
 }  // namespace vexel

@@ -1,5 +1,9 @@
 #include "SQLUpdate.h"
 
+#include <cstdint>
+
+#include "internal/Facade.h"
+
 #include <map>
 
 #include "internal/Text.h"
@@ -195,27 +199,26 @@ bool SQLUpdate::run(const Form& form, internal::ConnOp op, const internal::Site&
   return internal::Execute(db_conn_, request, [&] { return render(form); });
 }
 
-std::shared_ptr<SQLUpdate> make_update(tessel::DBTYPE db,
-                                       const std::shared_ptr<tessel::CConnect>& conn) {
-  switch (db) {
-    case tessel::DB_SQLITE:
-      return internal::make_nothrow<SQLiteUpdate>(conn);
-    case tessel::DB_SQLSERVER:
-      return internal::make_nothrow<SQLServerUpdate>(conn);
-    default:
-      return internal::make_nothrow<PGUpdate>(conn);
-  }
+void place(detail::UpdateSlot& slot, tessel::DBTYPE db,
+           const std::shared_ptr<tessel::CConnect>& conn) {
+  internal::place_dialect<PGUpdate, SQLiteUpdate, SQLServerUpdate>(slot, db, conn);
+}
+
+void place(detail::UpdateSlot& slot, tessel::DBTYPE db, const SQLUpdate& other) {
+  internal::place_dialect<PGUpdate, SQLiteUpdate, SQLServerUpdate>(slot, db, other);
 }
 
 std::shared_ptr<SQLUpdate> copy_update(tessel::DBTYPE db, const SQLUpdate& other) {
-  switch (db) {
-    case tessel::DB_SQLITE:
-      return internal::make_nothrow<SQLiteUpdate>(other);
-    case tessel::DB_SQLSERVER:
-      return internal::make_nothrow<SQLServerUpdate>(other);
-    default:
-      return internal::make_nothrow<PGUpdate>(other);
-  }
+  return internal::make_dialect<PGUpdate, SQLiteUpdate, SQLServerUpdate, SQLUpdate>(db, other);
 }
+
+// Builders are made per statement: the implementation is meant to fit in
+// the builder, not to fall back to the heap.
+#if defined(__GLIBCXX__) && UINTPTR_MAX == UINT64_MAX
+static_assert(sizeof(PGUpdate) <= detail::kUpdateRoom &&
+                  sizeof(SQLiteUpdate) <= detail::kUpdateRoom &&
+                  sizeof(SQLServerUpdate) <= detail::kUpdateRoom,
+              "the statement no longer fits in its builder");
+#endif
 
 }  // namespace vexel

@@ -15,6 +15,7 @@
 #include "internal/WhereClause.h"
 #include "tessel/CConnect.h"
 #include "vexel/SQLValue.h"
+#include "vexel/UpdateBuilder.h"
 #include "vexel/col.h"
 
 namespace vexel {
@@ -96,9 +97,13 @@ class SQLUpdate : public internal::WhereClause {
   std::shared_ptr<tessel::CConnect> db_conn_;
 };
 
-// SQLiteUpdate for 1, SQLServerUpdate for 3, PGUpdate for every other code.
-std::shared_ptr<SQLUpdate> make_update(tessel::DBTYPE db,
-                                       const std::shared_ptr<tessel::CConnect>& conn);
+// The implementation for `db` (see internal::place_dialect) built in a
+// builder's slot, from a connection or as a copy of `other`.
+void place(detail::UpdateSlot& slot, tessel::DBTYPE db,
+           const std::shared_ptr<tessel::CConnect>& conn);
+void place(detail::UpdateSlot& slot, tessel::DBTYPE db, const SQLUpdate& other);
+// A copy of `other` on the heap, for builders that share it; null if
+// allocation fails.
 std::shared_ptr<SQLUpdate> copy_update(tessel::DBTYPE db, const SQLUpdate& other);
 
 }  // namespace vexel

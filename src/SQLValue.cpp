@@ -1,5 +1,6 @@
 #include "vexel/SQLValue.h"
 
+#include <charconv>
 #include <cstring>
 #include <typeinfo>
 
@@ -10,6 +11,14 @@ namespace vexel {
 namespace {
 
 std::string quoted(const char* s, std::size_t n) {
+  if (n <= 13) {
+    // A short text is built on the stack: it then lands in place in one copy.
+    char small[15];
+    small[0] = '\'';
+    detail::copy_bytes(small + 1, s, n);
+    small[n + 1] = '\'';
+    return std::string(small, n + 2);
+  }
   std::string text;
   text.reserve(n + 2);
   text.push_back('\'');
@@ -20,29 +29,37 @@ std::string quoted(const char* s, std::size_t n) {
 std::string quoted(const std::string& s) { return quoted(s.data(), s.size()); }
 std::string quoted(const char* s) { return quoted(s, std::strlen(s)); }
 
+// std::to_string's text, formatted on the stack and copied once.
+template <typename T>
+std::string number(T v) {
+  char digits[24];
+  const char* end = std::to_chars(digits, digits + sizeof digits, v).ptr;
+  return std::string(digits, static_cast<std::size_t>(end - digits));
+}
+
 }  // namespace
 
 // Narrow signed and unsigned short values are widened to int; unsigned int
 // and unsigned long print as std::to_string(unsigned) would.
-SQLValue::SQLValue(const short& v) : value_(std::to_string(static_cast<int>(v))) {}
+SQLValue::SQLValue(const short& v) : value_(number(static_cast<int>(v))) {}
 SQLValue::SQLValue(const short& v, const tessel::DBTYPE& db) : SQLValue(v) { db_type_ = db; }
-SQLValue::SQLValue(const unsigned short& v) : value_(std::to_string(static_cast<int>(v))) {}
+SQLValue::SQLValue(const unsigned short& v) : value_(number(static_cast<int>(v))) {}
 SQLValue::SQLValue(const unsigned short& v, const tessel::DBTYPE& db) : SQLValue(v) {
   db_type_ = db;
 }
-SQLValue::SQLValue(const int& v) : value_(std::to_string(v)) {}
+SQLValue::SQLValue(const int& v) : value_(number(v)) {}
 SQLValue::SQLValue(const int& v, const tessel::DBTYPE& db) : SQLValue(v) { db_type_ = db; }
-SQLValue::SQLValue(const unsigned int& v) : value_(std::to_string(v)) {}
+SQLValue::SQLValue(const unsigned int& v) : value_(number(v)) {}
 SQLValue::SQLValue(const unsigned int& v, const tessel::DBTYPE& db) : SQLValue(v) { db_type_ = db; }
-SQLValue::SQLValue(const long& v) : value_(std::to_string(v)) {}
+SQLValue::SQLValue(const long& v) : value_(number(v)) {}
 SQLValue::SQLValue(const long& v, const tessel::DBTYPE& db) : SQLValue(v) { db_type_ = db; }
-SQLValue::SQLValue(const unsigned long& v) : value_(std::to_string(v)) {}
+SQLValue::SQLValue(const unsigned long& v) : value_(number(v)) {}
 SQLValue::SQLValue(const unsigned long& v, const tessel::DBTYPE& db) : SQLValue(v) {
   db_type_ = db;
 }
-SQLValue::SQLValue(const long long& v) : value_(std::to_string(v)) {}
+SQLValue::SQLValue(const long long& v) : value_(number(v)) {}
 SQLValue::SQLValue(const long long& v, const tessel::DBTYPE& db) : SQLValue(v) { db_type_ = db; }
-SQLValue::SQLValue(const unsigned long long& v) : value_(std::to_string(v)) {}
+SQLValue::SQLValue(const unsigned long long& v) : value_(number(v)) {}
 SQLValue::SQLValue(const unsigned long long& v, const tessel::DBTYPE& db) : SQLValue(v) {
   db_type_ = db;
 }

@@ -15,22 +15,33 @@ namespace vexel {
 
 UpdateBuilder::UpdateBuilder(const std::shared_ptr<tessel::CConnect>& conn) : db_conn_(conn) {
   db_type_ = internal::dialect_of(db_conn_);
-  ptr_builder_ = make_update(db_type_, db_conn_);
+  place(ptr_builder_, db_type_, db_conn_);
 }
 
 // A copy is independent: its own implementation with the clauses and the
 // implementation's connection.
 UpdateBuilder::UpdateBuilder(const UpdateBuilder& other)
     : db_type_(other.db_type_), returning_(other.returning_), strict_where_(other.strict_where_) {
-  ptr_builder_ = internal::copy_or_fresh(db_type_, other.ptr_builder_, &copy_update, &make_update);
+  internal::copy_or_fresh(db_type_, ptr_builder_, other.ptr_builder_);
+}
+
+// Both facades then share one implementation (see QueryBuilder::operator=).
+UpdateBuilder& UpdateBuilder::operator=(const UpdateBuilder& other) {
+  if (this == &other) return *this;
+  ptr_builder_.share(other.ptr_builder_,
+                     [&](const SQLUpdate& b) { return copy_update(other.db_type_, b); });
+  db_conn_ = other.db_conn_;
+  db_type_ = other.db_type_;
+  returning_ = other.returning_;
+  strict_where_ = other.strict_where_;
+  return *this;
 }
 
 UpdateBuilder::~UpdateBuilder() = default;
 
 void UpdateBuilder::Reset() {
-  ptr_builder_.reset();
   db_type_ = internal::dialect_or_log(db_conn_, VEXEL_SITE);
-  ptr_builder_ = make_update(db_type_, db_conn_);
+  place(ptr_builder_, db_type_, db_conn_);
   returning_ = false;
 }
 

@@ -88,6 +88,20 @@ class VEXEL_API ColumnParts {
 
   /// The text of one part.
   std::string_view get(Part k) const { return {data() + offset(k), size_[k]}; }
+  /// The four texts, in Part order.
+  struct Views {
+    std::string_view schema;  ///< the schema part
+    std::string_view table;   ///< the table part
+    std::string_view name;    ///< the name part
+    std::string_view order;   ///< the order part
+  };
+  /// All four texts at once: one walk over the sizes instead of four.
+  Views views() const {
+    const char* p = data();
+    const std::size_t a = size_[kSchema], b = a + size_[kTable], c = b + size_[kName];
+    return {
+        {p, size_[kSchema]}, {p + a, size_[kTable]}, {p + b, size_[kName]}, {p + c, size_[kOrder]}};
+  }
 
   /// Replaces one part's text.
   void set(Part k, std::string_view text) { splice(k, 0, size_[k], text); }

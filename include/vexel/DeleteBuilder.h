@@ -10,12 +10,14 @@
 #ifndef VEXEL_DELETEBUILDER_H
 #define VEXEL_DELETEBUILDER_H
 
+#include <cstddef>
 #include <initializer_list>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "tessel/CConnect.h"
+#include "vexel/ImplSlot.h"
 #include "vexel/StrictWhere.h"
 #include "vexel/col.h"
 #include "vexel/export.h"
@@ -23,8 +25,16 @@
 
 namespace vexel {
 
-class CommonExpr;
 class SQLDelete;
+
+namespace detail {
+/// Room for the statement inside the builder (see ImplSlot).
+constexpr std::size_t kDeleteRoom = 208;
+/// Where the builder keeps its statement.
+using DeleteSlot = ImplSlot<SQLDelete, kDeleteRoom>;
+}  // namespace detail
+
+class CommonExpr;
 
 /// A DELETE statement.
 ///
@@ -41,12 +51,12 @@ class VEXEL_API DeleteBuilder {
   ///@{
   /// An independent copy; a move takes the statement over.
   DeleteBuilder(const DeleteBuilder& other);
-  DeleteBuilder(DeleteBuilder&& other) noexcept = default;
+  DeleteBuilder(DeleteBuilder&& other) noexcept;
   ///@}
   /// Both builders then share one statement.
-  DeleteBuilder& operator=(const DeleteBuilder& other) = default;
+  DeleteBuilder& operator=(const DeleteBuilder& other);
   /// Takes the other's statement over.
-  DeleteBuilder& operator=(DeleteBuilder&& other) noexcept = default;
+  DeleteBuilder& operator=(DeleteBuilder&& other) noexcept;
   ~DeleteBuilder();
 
   /// The statement text.
@@ -89,7 +99,9 @@ class VEXEL_API DeleteBuilder {
   bool Execute();
 
  private:
-  std::shared_ptr<SQLDelete> ptr_builder_;
+  void take(DeleteBuilder& other) noexcept;
+
+  detail::DeleteSlot ptr_builder_;
   std::shared_ptr<tessel::CConnect> db_conn_;
   tessel::DBTYPE db_type_ = tessel::DB_POSTGRESQL;
   bool returning_ = false;

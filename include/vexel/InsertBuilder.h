@@ -12,12 +12,14 @@
 #ifndef VEXEL_INSERTBUILDER_H
 #define VEXEL_INSERTBUILDER_H
 
+#include <cstddef>
 #include <initializer_list>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "tessel/CConnect.h"
+#include "vexel/ImplSlot.h"
 #include "vexel/SQLValue.h"
 #include "vexel/SeqenceExpr.h"
 #include "vexel/col.h"
@@ -26,10 +28,18 @@
 
 namespace vexel {
 
+class SQLInsert;
+
+namespace detail {
+/// Room for the statement inside the builder (see ImplSlot).
+constexpr std::size_t kInsertRoom = 672;
+/// Where the builder keeps its statement.
+using InsertSlot = ImplSlot<SQLInsert, kInsertRoom>;
+}  // namespace detail
+
 class QueryBuilder;
 
 class CommonExpr;
-class SQLInsert;
 
 /// An INSERT statement, with upsert, INSERT ... SELECT and RETURNING.
 ///
@@ -123,7 +133,7 @@ class VEXEL_API InsertBuilder {
   bool Execute();
 
  private:
-  std::shared_ptr<SQLInsert> ptr_builder_;
+  detail::InsertSlot ptr_builder_;
   std::shared_ptr<tessel::CConnect> db_conn_;
   tessel::DBTYPE db_type_ = tessel::DB_POSTGRESQL;
   bool returning_ = false;

@@ -16,12 +16,14 @@
 #ifndef VEXEL_QUERYBUILDER_H
 #define VEXEL_QUERYBUILDER_H
 
+#include <cstddef>
 #include <initializer_list>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "tessel/CConnect.h"
+#include "vexel/ImplSlot.h"
 #include "vexel/col.h"
 #include "vexel/export.h"
 #include "vexel/tab.h"
@@ -29,8 +31,16 @@
 
 namespace vexel {
 
-class CommonExpr;
 class SQLQuery;
+
+namespace detail {
+/// Room for the statement inside the builder (see ImplSlot).
+constexpr std::size_t kQueryRoom = 512;
+/// Where the builder keeps its statement.
+using QuerySlot = ImplSlot<SQLQuery, kQueryRoom>;
+}  // namespace detail
+
+class CommonExpr;
 class SQLValue;
 
 /// A SELECT statement, rendered for the connection's dialect and executed through it.
@@ -171,7 +181,7 @@ class VEXEL_API QueryBuilder {
   std::string subquery(const QueryBuilder& sub, const std::string& alias);
 
   bool public_view_ = false;
-  std::shared_ptr<SQLQuery> ptr_builder_;
+  detail::QuerySlot ptr_builder_;
   std::shared_ptr<tessel::CConnect> db_conn_;
   tessel::DBTYPE db_type_ = tessel::DB_POSTGRESQL;
 };

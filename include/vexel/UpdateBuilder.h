@@ -12,6 +12,7 @@
 #ifndef VEXEL_UPDATEBUILDER_H
 #define VEXEL_UPDATEBUILDER_H
 
+#include <cstddef>
 #include <initializer_list>
 #include <map>
 #include <memory>
@@ -19,6 +20,7 @@
 #include <vector>
 
 #include "tessel/CConnect.h"
+#include "vexel/ImplSlot.h"
 #include "vexel/SQLValue.h"
 #include "vexel/StrictWhere.h"
 #include "vexel/col.h"
@@ -27,9 +29,17 @@
 
 namespace vexel {
 
+class SQLUpdate;
+
+namespace detail {
+/// Room for the statement inside the builder (see ImplSlot).
+constexpr std::size_t kUpdateRoom = 624;
+/// Where the builder keeps its statement.
+using UpdateSlot = ImplSlot<SQLUpdate, kUpdateRoom>;
+}  // namespace detail
+
 class CommonExpr;
 class QueryBuilder;
-class SQLUpdate;
 
 /// An UPDATE statement.
 ///
@@ -51,7 +61,7 @@ class VEXEL_API UpdateBuilder {
   /// An independent copy of the statement.
   UpdateBuilder(const UpdateBuilder& other);
   /// Both builders then share one statement.
-  UpdateBuilder& operator=(const UpdateBuilder& other) = default;
+  UpdateBuilder& operator=(const UpdateBuilder& other);
   ~UpdateBuilder();
 
   /// Starts an empty statement.
@@ -143,7 +153,7 @@ class VEXEL_API UpdateBuilder {
  private:
   std::vector<std::string> table_names(const std::vector<tab>& tables) const;
 
-  std::shared_ptr<SQLUpdate> ptr_builder_;
+  detail::UpdateSlot ptr_builder_;
   std::shared_ptr<tessel::CConnect> db_conn_;
   tessel::DBTYPE db_type_ = tessel::DB_POSTGRESQL;
   bool returning_ = false;

@@ -40,10 +40,18 @@ struct Value {
 };
 
 std::size_t size_of(std::string_view s) { return s.size(); }
+template <std::size_t N>
+constexpr std::size_t size_of(const char (&)[N]) {
+  return N - 1;
+}
 std::size_t size_of(const Name& n) { return internal::ColumnText::name_size(n.c); }
 std::size_t size_of(const Value& v) { return internal::ValueText::size(v.v); }
 
 void put(internal::Fill& f, std::string_view s) { f.put(s.data(), s.size()); }
+template <std::size_t N>
+void put(internal::Fill& f, const char (&s)[N]) {
+  f.put(s, N - 1);
+}
 void put(internal::Fill& f, const Name& n) { internal::ColumnText::put_name(f, n.c); }
 void put(internal::Fill& f, const Value& v) { internal::ValueText::put(f, v.v, v.db); }
 

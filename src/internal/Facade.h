@@ -5,9 +5,11 @@
 #define VEXEL_INTERNAL_FACADE_H
 
 #include <memory>
+#include <new>
 
 #include "internal/Log.h"
 #include "tessel/CConnect.h"
+#include "vexel/ImplSlot.h"
 
 namespace vexel {
 namespace internal {
@@ -34,11 +36,62 @@ std::shared_ptr<Impl> copy_or_fresh(
   return make(db, nullptr);
 }
 
+// The same for a facade that keeps its implementation in a slot: `place`
+// builds the class of `db` in it, from a connection or as a copy.
+template <typename Impl, std::size_t N>
+void copy_or_fresh(tessel::DBTYPE& db, detail::ImplSlot<Impl, N>& to,
+                   const detail::ImplSlot<Impl, N>& from) {
+  if (from) {
+    place(to, db, *from.get());
+    return;
+  }
+  db = tessel::DB_POSTGRESQL;
+  place(to, db, std::shared_ptr<tessel::CConnect>());
+}
+
+// The implementation class chosen for a dialect: SQLite for 1, SQL Server
+// for 3, PostgreSQL for 2 and every other code; built in `slot` ...
+template <typename PG, typename Lite, typename Server, typename Slot, typename Arg>
+void place_dialect(Slot& slot, tessel::DBTYPE db, const Arg& arg) {
+  switch (db) {
+    case tessel::DB_SQLITE:
+      slot.template emplace<Lite>(arg);
+      return;
+    case tessel::DB_SQLSERVER:
+      slot.template emplace<Server>(arg);
+      return;
+    default:
+      slot.template emplace<PG>(arg);
+  }
+}
+
+// ... or on the heap, null when memory runs out.
+template <typename PG, typename Lite, typename Server, typename Impl, typename Arg>
+std::shared_ptr<Impl> make_dialect(tessel::DBTYPE db, const Arg& arg) {
+  try {
+    switch (db) {
+      case tessel::DB_SQLITE:
+        return std::make_shared<Lite>(arg);
+      case tessel::DB_SQLSERVER:
+        return std::make_shared<Server>(arg);
+      default:
+        return std::make_shared<PG>(arg);
+    }
+  } catch (const std::bad_alloc&) {
+    return nullptr;
+  }
+}
+
 void log_no_implementation(const Site& site);
 
 // `p`, or null after "ptr_builder_ is nullptr" at level 5 on behalf of `site`.
 template <typename Impl>
 Impl* checked(const std::shared_ptr<Impl>& p, const Site& site) {
+  if (!p) log_no_implementation(site);
+  return p.get();
+}
+template <typename Impl, std::size_t N>
+Impl* checked(const detail::ImplSlot<Impl, N>& p, const Site& site) {
   if (!p) log_no_implementation(site);
   return p.get();
 }

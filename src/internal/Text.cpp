@@ -10,7 +10,7 @@ namespace {
 std::string join(Span<col> cols, tessel::DBTYPE db, bool with_order) {
   std::size_t size = 0;
   for (const col& c : cols) {
-    size += ColumnText::size(c, db, db == tessel::DB_SQLITE) + ColumnText::order(c).size() + 3;
+    size += ColumnText::order_size(c, db) + 3;
   }
   std::string out;
   {

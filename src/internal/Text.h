@@ -56,38 +56,20 @@ struct ColumnText {
   // plain column's without its schema when `drop_schema`.
   template <typename Sink>
   static void put(Sink& f, const col& c, tessel::DBTYPE db, bool drop_schema) {
-    const std::string_view schema = c.schema_part(), name = c.name_part();
-    if (c.col_type_ == ColumnFunction) {
-      // A function copied into a plain column renders nothing without a
-      // schema: select lists rely on this to drop unqualified function names.
-      if (schema.empty()) return;
-      if (db != tessel::DB_SQLITE) put_part(f, schema);
-      f.put(name.data(), name.size());
-      return;
-    }
-    if (c.excluded_) f.put("EXCLUDED.", 9);
-    if (!drop_schema && !schema.empty()) put_part(f, schema);
-    const std::string_view table = c.table_part();
-    if (!table.empty()) put_part(f, table);
-    f.put(name.data(), name.size());
+    put(f, c, c.parts_.views(), db, drop_schema);
   }
   static void put_order(Fill& f, const col& c, tessel::DBTYPE db) {
-    put(f, c, db, db == tessel::DB_SQLITE);
-    const std::string_view order = c.order_part();
-    f.put(order.data(), order.size());
+    const ColumnParts::Views parts = c.parts_.views();
+    put(f, c, parts, db, db == tessel::DB_SQLITE);
+    f.put(parts.order.data(), parts.order.size());
   }
   // The length put writes.
   static std::size_t size(const col& c, tessel::DBTYPE db, bool drop_schema) {
-    const std::size_t schema = c.schema_part().empty() ? 0 : c.schema_part().size() + 1;
-    const std::size_t name = c.name_part().size();
-    if (c.col_type_ == ColumnFunction) {
-      return schema == 0 ? 0 : (db == tessel::DB_SQLITE ? 0 : schema) + name;
-    }
-    const std::size_t table = c.table_part().size();
-    return (c.excluded_ ? 9 : 0) + (drop_schema ? 0 : schema) + (table == 0 ? 0 : table + 1) + name;
+    return size(c, c.parts_.views(), db, drop_schema);
   }
   static std::size_t order_size(const col& c, tessel::DBTYPE db) {
-    return size(c, db, db == tessel::DB_SQLITE) + c.order_part().size();
+    const ColumnParts::Views parts = c.parts_.views();
+    return size(c, parts, db, db == tessel::DB_SQLITE) + parts.order.size();
   }
   // The column `name` of a table or view, made with its parts at once.
   static col of(std::string_view schema, std::string_view table, std::string_view name,
@@ -98,6 +80,32 @@ struct ColumnText {
   static std::string_view order(const col& c) { return c.order_part(); }
 
  private:
+  template <typename Sink>
+  static void put(Sink& f, const col& c, const ColumnParts::Views& parts, tessel::DBTYPE db,
+                  bool drop_schema) {
+    if (c.col_type_ == ColumnFunction) {
+      // A function copied into a plain column renders nothing without a
+      // schema: select lists rely on this to drop unqualified function names.
+      if (parts.schema.empty()) return;
+      if (db != tessel::DB_SQLITE) put_part(f, parts.schema);
+      f.put(parts.name.data(), parts.name.size());
+      return;
+    }
+    if (c.excluded_) f.put("EXCLUDED.", 9);
+    if (!drop_schema && !parts.schema.empty()) put_part(f, parts.schema);
+    if (!parts.table.empty()) put_part(f, parts.table);
+    f.put(parts.name.data(), parts.name.size());
+  }
+  static std::size_t size(const col& c, const ColumnParts::Views& parts, tessel::DBTYPE db,
+                          bool drop_schema) {
+    const std::size_t schema = parts.schema.empty() ? 0 : parts.schema.size() + 1;
+    const std::size_t name = parts.name.size();
+    if (c.col_type_ == ColumnFunction) {
+      return schema == 0 ? 0 : (db == tessel::DB_SQLITE ? 0 : schema) + name;
+    }
+    const std::size_t table = parts.table.size();
+    return (c.excluded_ ? 9 : 0) + (drop_schema ? 0 : schema) + (table == 0 ? 0 : table + 1) + name;
+  }
   template <typename Sink>
   static void put_part(Sink& f, std::string_view part) {
     f.put(part.data(), part.size());

@@ -535,13 +535,16 @@ TEST(DataChange, FacadeLife) {
   u_shared = u;
   i_shared.VALUES(row(3, 4));
   u_shared.SET(col("c"), v(3));
-  DeleteBuilder moved(std::move(d_copy));
+  DeleteBuilder moved(std::move(d_copy)), d_shared(fake(2)), d_taken(fake(2));
+  d_shared = d;
+  d_taken = std::move(d_shared);  // takes over a statement still shared with d
   EXPECT_TRUE(i_copy.VALUES(row(1, 2)).Execute() && u_copy.SET(col("b"), v(2)).Execute() &&
               moved.WHERE(col("i") == 2).Execute() && s_copy.NEXT_VAL(seq("q"), kT).Execute());
   EXPECT_EQ(
-      i.tosql() + "|" + u.tosql() + "|" + d.tosql() + "|" + s.tosql_next(),
+      i.tosql() + "|" + u.tosql() + "|" + d.tosql() + "|" + s.tosql_next() + "|" + d_taken.tosql(),
       "INSERT INTO t(a,b) VALUES(3,4) RETURNING a|UPDATE t SET a = 1, c = 3 WHERE i = 1 "
-      "RETURNING a|DELETE FROM t RETURNING i|SELECT seq FROM a.sqlite_sequence WHERE name = 't'");
+      "RETURNING a|DELETE FROM t RETURNING i|SELECT seq FROM a.sqlite_sequence WHERE name = 't'|"
+      "DELETE FROM t RETURNING i");
   i.Reset();
   u.Reset();
   EXPECT_EQ(i.tosql() + "|" + u.tosql(), "INSERT INTO () VALUES|UPDATE  SE");
