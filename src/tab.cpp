@@ -1,5 +1,7 @@
 #include "vexel/tab.h"
 
+#include <cstring>
+
 #include "internal/Text.h"
 
 namespace vexel {
@@ -8,7 +10,16 @@ tab::tab(const std::string& name) : table_name_(name) {}
 tab::tab(const char* name) : table_name_(name != nullptr ? name : "") {}
 
 tab& tab::AS(const std::string& alias) {
-  if (!alias.empty()) table_name_.append(" AS ", 4).append(alias);
+  if (alias.empty()) return *this;
+  char small[64];
+  if (alias.size() <= sizeof small - 4) {
+    // One append of " AS alias", put together on the stack.
+    std::memcpy(small, " AS ", 4);
+    detail::copy_bytes(small + 4, alias.data(), alias.size());
+    table_name_.append(small, alias.size() + 4);
+  } else {
+    table_name_.append(" AS ", 4).append(alias);
+  }
   return *this;
 }
 
@@ -19,6 +30,19 @@ void tab::set_schema_name(const std::string& name) {
 }
 
 std::string tab::table_name() const {
+  const std::size_t size = (schema_name_.empty() ? 0 : schema_name_.size() + 1) + table_name_.size();
+  char small[64];
+  if (size <= sizeof small) {
+    // Put together on the stack and copied once.
+    char* p = small;
+    if (!schema_name_.empty()) {
+      detail::copy_bytes(p, schema_name_.data(), schema_name_.size());
+      p += schema_name_.size();
+      *p++ = '.';
+    }
+    detail::copy_bytes(p, table_name_.data(), table_name_.size());
+    return std::string(small, size);
+  }
   std::string text;
   text.reserve(schema_name_.size() + 1 + table_name_.size());
   internal::append_table(text, *this);

@@ -1,6 +1,7 @@
 // The condition-building members of col. Dialect-independent conditions are
 // finished text as soon as they are built; the others are nodes
 // that render with the statement's dialect.
+#include <charconv>
 #include <cstring>
 #include <initializer_list>
 #include <memory>
@@ -55,13 +56,59 @@ void put(internal::Fill& f, const char (&s)[N]) {
 void put(internal::Fill& f, const Name& n) { internal::ColumnText::put_name(f, n.c); }
 void put(internal::Fill& f, const Value& v) { internal::ValueText::put(f, v.v, v.db); }
 
+// The exact length of a part, or kUnknown when only writing it tells: a
+// subclass may name or render itself otherwise.
+constexpr std::size_t kUnknown = static_cast<std::size_t>(-1);
+std::size_t exact_size(std::string_view s) { return s.size(); }
+template <std::size_t N>
+constexpr std::size_t exact_size(const char (&)[N]) {
+  return N - 1;
+}
+std::size_t exact_size(const Name& n) {
+  return internal::ColumnText::own(n.c) ? internal::ColumnText::own_name_size(n.c) : kUnknown;
+}
+std::size_t exact_size(const Value& v) {
+  const std::string* text = internal::ValueText::fixed(v.v);
+  return text != nullptr ? text->size() : kUnknown;
+}
+
+// Parts whose exact length is known, written without a check per piece.
+void write(internal::Into& to, std::string_view s) { to.put(s.data(), s.size()); }
+template <std::size_t N>
+void write(internal::Into& to, const char (&s)[N]) {
+  to.put(s, N - 1);
+}
+void write(internal::Into& to, const Name& n) { internal::ColumnText::put_own_name(to, n.c); }
+void write(internal::Into& to, const Value& v) {
+  const std::string* text = internal::ValueText::fixed(v.v);
+  to.put(text->data(), text->size());
+}
+
 // A finished condition: its parts appended once into one text, kept in the
-// holder without a node.
+// holder without a node. A short one is put together on the stack and
+// copied once.
 template <typename... Parts>
 Ptr_CommonExpr text(const Parts&... parts) {
   Ptr_CommonExpr holder;
+  std::string& out = internal::ExprTree::finished_text(holder);
+  char small[256];
+  std::size_t total = 0;
+  bool known = true;
+  for (const std::size_t n : {exact_size(parts)...}) {
+    if (n == kUnknown || n > sizeof small) {
+      known = false;
+      break;
+    }
+    total += n;
+  }
+  if (known && total <= sizeof small) {
+    internal::Into into{small};
+    (write(into, parts), ...);
+    out.assign(small, total);
+    return holder;
+  }
   {
-    internal::Fill f(internal::ExprTree::finished_text(holder), (size_of(parts) + ...));
+    internal::Fill f(out, (size_of(parts) + ...));
     (put(f, parts), ...);
   }
   return holder;
@@ -70,16 +117,33 @@ Ptr_CommonExpr text(const Parts&... parts) {
 std::string quoted(const std::string& s) { return "'" + s + "'"; }
 
 // "c IN (1,2,3)": the numbers written straight into the condition.
-Ptr_CommonExpr int_condition(const col& c, const char* op, internal::Span<int> values) {
-  // The exact length: a text that fits in place needs no allocation.
-  std::size_t size =
-      internal::ColumnText::name_size(c) + std::strlen(op) + (values.empty() ? 1 : values.size());
-  for (const int v : values) size += internal::Fill::number_size(v);
+Ptr_CommonExpr int_condition(const col& c, std::string_view op, internal::Span<int> values) {
   Ptr_CommonExpr holder;
+  std::string& out = internal::ExprTree::finished_text(holder);
+  // A short list is put together on the stack and copied once: an int
+  // takes at most 11 characters, and one more for the comma.
+  char small[256];
+  const std::size_t name = internal::ColumnText::name_size(c);
+  if (name != 0 && values.size() <= 16 && name + op.size() + 12 * values.size() + 1 <= sizeof small) {
+    internal::Into into{small};
+    internal::ColumnText::put_own_name(into, c);
+    into.put(op.data(), op.size());
+    char* p = into.p;
+    for (std::size_t i = 0; i < values.size(); ++i) {
+      if (i > 0) *p++ = ',';
+      p = std::to_chars(p, p + 11, values[i]).ptr;
+    }
+    *p++ = ')';
+    out.assign(small, static_cast<std::size_t>(p - small));
+    return holder;
+  }
+  // The exact length: a text that fits in place needs no allocation.
+  std::size_t size = name + op.size() + (values.empty() ? 1 : values.size());
+  for (const int v : values) size += internal::Fill::number_size(v);
   {
-    internal::Fill f(internal::ExprTree::finished_text(holder), size);
+    internal::Fill f(out, size);
     internal::ColumnText::put_name(f, c);
-    f.put(op);
+    f.put(op.data(), op.size());
     for (std::size_t i = 0; i < values.size(); ++i) {
       if (i > 0) f.put(',');
       f.put_number(values[i]);
@@ -93,8 +157,8 @@ std::string quoted_list(const std::vector<std::string>& values) {
   return internal::quoted_list(values, ",", '\'');
 }
 
-constexpr const char* kIn = " IN (";
-constexpr const char* kNotIn = " NOT IN (";
+constexpr std::string_view kIn = " IN (";
+constexpr std::string_view kNotIn = " NOT IN (";
 
 }  // namespace
 

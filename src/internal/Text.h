@@ -32,6 +32,16 @@ void append_table(std::string& out, const tab& t);
 std::string view_text(const view& v, tessel::DBTYPE db);
 std::string column_text(const col& c, tessel::DBTYPE db);
 
+// Writes into room known to be large enough, without a check per piece.
+struct Into {
+  char* p;
+  void put(const char* s, std::size_t n) {
+    detail::copy_bytes(p, s, n);
+    p += n;
+  }
+  void put(char c) { *p++ = c; }
+};
+
 // A column's text as a plain copy of it in dialect `db` renders it
 // (col(c, db).col_name(), and to_order()), appended without the copy.
 struct ColumnText {
@@ -46,12 +56,21 @@ struct ColumnText {
       f.put(c.col_name());
       return;
     }
+    put_own_name(f, c);
+  }
+  // Whether `c` is of the class itself, whose text is written in place.
+  static bool own(const col& c) { return typeid(c) == typeid(col); }
+  // The length put_own_name writes.
+  static std::size_t own_name_size(const col& c) {
+    return size(c, c.db_type_, c.db_type_ == tessel::DB_SQLITE);
+  }
+  // put_name for a column known to be of the class itself.
+  template <typename Sink>
+  static void put_own_name(Sink& f, const col& c) {
     put(f, c, c.db_type_, c.col_type_ != ColumnFunction && c.db_type_ == tessel::DB_SQLITE);
   }
   // The length put_name writes, for making room; 0 for a subclass.
-  static std::size_t name_size(const col& c) {
-    return typeid(c) == typeid(col) ? size(c, c.db_type_, c.db_type_ == tessel::DB_SQLITE) : 0;
-  }
+  static std::size_t name_size(const col& c) { return own(c) ? own_name_size(c) : 0; }
   // The text in dialect `db`: a function's as that dialect writes it, a
   // plain column's without its schema when `drop_schema`.
   template <typename Sink>
@@ -133,15 +152,6 @@ class ColumnName {
   operator std::string_view() const { return text_; }
 
  private:
-  // Writes into room known to be large enough.
-  struct Into {
-    char* p;
-    void put(const char* s, std::size_t n) {
-      detail::copy_bytes(p, s, n);
-      p += n;
-    }
-    void put(char c) { *p++ = c; }
-  };
   char local_[96];
   std::string spilled_;
   std::string_view text_;
@@ -185,8 +195,6 @@ struct ValueText {
       f.put(v.GetExpr(db));
     }
   }
-
- private:
   // The text every dialect writes, or null for a value made from a
   // SafeValue and for a subclass, which may render otherwise.
   static const std::string* fixed(const SQLValue& v) {
