@@ -1,30 +1,43 @@
 #include "internal/Text.h"
 
 #include <charconv>
+#include <cstring>
 #include <system_error>
 
 namespace vexel {
 namespace internal {
 namespace {
 
+template <typename Sink>
+void put_list(Sink& f, Span<col> cols, tessel::DBTYPE db, bool with_order) {
+  for (const col& c : cols) {
+    // Only a leading empty text goes without a separator.
+    if (f.size() != 0) f.put(" , ", 3);
+    if (with_order) {
+      ColumnText::put_order(f, c, db);
+    } else {
+      ColumnText::put(f, c, db, db == tessel::DB_SQLITE);
+    }
+  }
+}
+
 std::string join(Span<col> cols, tessel::DBTYPE db, bool with_order) {
   std::size_t size = 0;
   for (const col& c : cols) {
     size += ColumnText::order_size(c, db) + 3;
   }
+  // A list that fits is put together on the stack and copied once.
+  char small[1024];
+  if (size <= sizeof small) {
+    Into into{small};
+    put_list(into, cols, db, with_order);
+    return std::string(small, into.size());
+  }
   std::string out;
   {
     // Scoped: the text is trimmed to what was written when this ends.
-    Fill f(out, size > 3 ? size - 3 : 0);
-    for (const col& c : cols) {
-      // Only a leading empty text goes without a separator.
-      if (f.size() != 0) f.put(" , ", 3);
-      if (with_order) {
-        ColumnText::put_order(f, c, db);
-      } else {
-        ColumnText::put(f, c, db, db == tessel::DB_SQLITE);
-      }
-    }
+    Fill f(out, size - 3);
+    put_list(f, cols, db, with_order);
   }
   return out;
 }
@@ -107,10 +120,12 @@ bool ColumnTexts::listed(const char* ref) const {
 }
 
 void ColumnTexts::put(Fill& out, const char* ref) const {
+  const std::size_t ref_size = std::strlen(ref);
   for (std::size_t i = 0; i < count_; ++i) {
     if (i > 0) out += ',';
     const std::string_view name = (*this)[i];
-    out.append(ref).put(name.data(), name.size());
+    out.put(ref, ref_size);
+    out.put(name.data(), name.size());
   }
 }
 

@@ -34,12 +34,15 @@ std::string column_text(const col& c, tessel::DBTYPE db);
 
 // Writes into room known to be large enough, without a check per piece.
 struct Into {
-  char* p;
+  char* const begin;
+  char* p = begin;
   void put(const char* s, std::size_t n) {
     detail::copy_bytes(p, s, n);
     p += n;
   }
   void put(char c) { *p++ = c; }
+  // The length written so far.
+  std::size_t size() const { return static_cast<std::size_t>(p - begin); }
 };
 
 // A column's text as a plain copy of it in dialect `db` renders it
@@ -77,7 +80,8 @@ struct ColumnText {
   static void put(Sink& f, const col& c, tessel::DBTYPE db, bool drop_schema) {
     put(f, c, c.parts_.views(), db, drop_schema);
   }
-  static void put_order(Fill& f, const col& c, tessel::DBTYPE db) {
+  template <typename Sink>
+  static void put_order(Sink& f, const col& c, tessel::DBTYPE db) {
     const ColumnParts::Views parts = c.parts_.views();
     put(f, c, parts, db, db == tessel::DB_SQLITE);
     f.put(parts.order.data(), parts.order.size());
