@@ -32,6 +32,28 @@ void SQLInsert::COLUMNS(internal::Span<col> cols, tessel::DBTYPE db) {
 }
 
 void SQLInsert::VALUES(internal::Span<SQLValue> row) {
+  // A row of values that hold their text is put together on the stack and
+  // appended in one piece.
+  std::size_t size = row.size() + 2;
+  for (const SQLValue& v : row) {
+    const std::string* text = internal::ValueText::fixed(v);
+    size = text != nullptr && size < 256 ? size + text->size() : std::string::npos;
+  }
+  char small[256];
+  if (size <= sizeof small) {
+    internal::Into into{small};
+    if (row_count_ > 0) into.put(',');
+    into.put('(');
+    for (std::size_t i = 0; i < row.size(); ++i) {
+      if (i > 0) into.put(',');
+      const std::string* text = internal::ValueText::fixed(row[i]);
+      into.put(text->data(), text->size());
+    }
+    into.put(')');
+    rows_.append(small, into.size());
+    ++row_count_;
+    return;
+  }
   if (row_count_ > 0) rows_ += ',';
   rows_ += '(';
   for (std::size_t i = 0; i < row.size(); ++i) {

@@ -15,11 +15,7 @@ void stamp(T& out, const std::string& schema, tessel::DBTYPE db) {
 sch::sch(const std::string& name) : schema_name_(name) {}
 sch::sch(const char* name) : schema_name_(name != nullptr ? name : "") {}
 
-tab sch::tab(const std::string& name) const {
-  vexel::tab out(name);
-  stamp(out, schema_name_, db_type_);
-  return out;
-}
+tab sch::tab(const std::string& name) const { return vexel::tab(schema_name_, name, db_type_); }
 tab sch::tab(const char* name) const { return tab(vexel::tab(name)); }
 
 tab sch::tab(const vexel::tab& t) const {

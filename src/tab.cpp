@@ -30,7 +30,8 @@ void tab::set_schema_name(const std::string& name) {
 }
 
 std::string tab::table_name() const {
-  const std::size_t size = (schema_name_.empty() ? 0 : schema_name_.size() + 1) + table_name_.size();
+  const std::size_t size =
+      (schema_name_.empty() ? 0 : schema_name_.size() + 1) + table_name_.size();
   char small[64];
   if (size <= sizeof small) {
     // Put together on the stack and copied once.

@@ -72,6 +72,11 @@ class VEXEL_API tab {
   ///@}
 
  private:
+  friend class sch;
+  /// A table made by a schema: both names and the dialect at once.
+  tab(const std::string& schema, const std::string& name, tessel::DBTYPE db)
+      : schema_name_(schema), table_name_(name), db_type_(db) {}
+
   std::string schema_name_;
   std::string table_name_;
   tessel::DBTYPE db_type_ = tessel::DB_POSTGRESQL;

@@ -124,7 +124,8 @@ Ptr_CommonExpr int_condition(const col& c, std::string_view op, internal::Span<i
   // takes at most 11 characters, and one more for the comma.
   char small[256];
   const std::size_t name = internal::ColumnText::name_size(c);
-  if (name != 0 && values.size() <= 16 && name + op.size() + 12 * values.size() + 1 <= sizeof small) {
+  if (name != 0 && values.size() <= 16 &&
+      name + op.size() + 12 * values.size() + 1 <= sizeof small) {
     internal::Into into{small};
     internal::ColumnText::put_own_name(into, c);
     into.put(op.data(), op.size());
