@@ -3,7 +3,6 @@
 #include <cstdint>
 
 #include "internal/Facade.h"
-
 #include "internal/Text.h"
 #include "postgres/PGInsert.h"
 #include "sqlite/SQLiteInsert.h"

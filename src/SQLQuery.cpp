@@ -1,13 +1,12 @@
 #include "SQLQuery.h"
 
+#include <algorithm>
 #include <cstdint>
-
-#include "internal/Facade.h"
-
 #include <cstring>
 #include <utility>
 
 #include "internal/ExprTree.h"
+#include "internal/Facade.h"
 #include "internal/Text.h"
 #include "postgres/PGQuery.h"
 #include "sqlite/SQLiteQuery.h"
@@ -97,7 +96,18 @@ void SQLQuery::extend(std::string_view connector, const CommonExpr& condition) {
   }
   if (target == nullptr) return;
   // A condition extended once is usually extended again.
-  if (target->capacity() < target->size() + 48) target->reserve(2 * target->size() + 96);
+  if (target->capacity() < target->size() + 48) {
+    target->reserve(std::max<std::size_t>(2 * target->size() + 96, 256));
+  }
+  const std::string* text = internal::ExprTree::fixed(condition);
+  char small[256];
+  if (text != nullptr && text->size() <= sizeof small - connector.size()) {
+    // The connector and a finished condition are appended in one piece.
+    std::memcpy(small, connector.data(), connector.size());
+    detail::copy_bytes(small + connector.size(), text->data(), text->size());
+    target->append(small, connector.size() + text->size());
+    return;
+  }
   target->append(connector.data(), connector.size());
   internal::ExprTree::append(*target, condition, db_type_);
 }

@@ -1,11 +1,9 @@
 #include "SQLUpdate.h"
 
 #include <cstdint>
-
-#include "internal/Facade.h"
-
 #include <map>
 
+#include "internal/Facade.h"
 #include "internal/Text.h"
 #include "postgres/PGUpdate.h"
 #include "sqlite/SQLiteUpdate.h"

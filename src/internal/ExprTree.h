@@ -24,6 +24,9 @@ class ExprTree {
   // The same text appended to `out`, which statements render into.
   static void append(std::string& out, const CommonExpr& root, tessel::DBTYPE db_type);
 
+  // The text `root` keeps whole, the same in every dialect; null when it
+  // renders otherwise.
+  static const std::string* fixed(const CommonExpr& root) { return root.fixed_text(); }
   // A condition whose text is finished: kept in the holder, no node.
   static Ptr_CommonExpr finished(std::string text);
   // Marks `holder` finished and gives its text to be written in place.
