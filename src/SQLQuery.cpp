@@ -41,7 +41,7 @@ void SQLQuery::ORDER_BY(internal::Span<col> cols) {
   has_order_ = !cols.empty();
 }
 
-void SQLQuery::SELECT(const CommonExpr& e) { assign(select_expression_, e); }
+void SQLQuery::SELECT(const CommonExpr& e) { assign(extra_.get().select_expression, e); }
 
 SQLQuery::Join& SQLQuery::entry(std::size_t n) {
   if (n == 0) return first_join_;
@@ -75,9 +75,11 @@ void SQLQuery::ON(Ptr_CommonExpr&& condition) {
 
 void SQLQuery::WHERE(const CommonExpr& condition) { assign(where_, condition); }
 void SQLQuery::WHERE(Ptr_CommonExpr&& condition) { assign(where_, std::move(condition)); }
-void SQLQuery::HAVING(Ptr_CommonExpr&& condition) { assign(having_, std::move(condition)); }
+void SQLQuery::HAVING(Ptr_CommonExpr&& condition) {
+  assign(extra_.get().having, std::move(condition));
+}
 
-void SQLQuery::HAVING(const CommonExpr& condition) { assign(having_, condition); }
+void SQLQuery::HAVING(const CommonExpr& condition) { assign(extra_.get().having, condition); }
 
 void SQLQuery::AND(const CommonExpr& condition) { extend(" AND ", condition); }
 
@@ -87,8 +89,9 @@ void SQLQuery::OR(const CommonExpr& condition) { extend(" OR ", condition); }
 // hosts rely on SQL's own precedence here.
 void SQLQuery::extend(std::string_view connector, const CommonExpr& condition) {
   std::string* target = nullptr;
-  if (!having_.empty()) {
-    target = &having_;
+  const Extra* extra = extra_.find();
+  if (extra != nullptr && !extra->having.empty()) {
+    target = &extra_.get().having;
   } else if (!where_.empty()) {
     target = &where_;
   } else if (on_count_ != 0) {
@@ -123,9 +126,12 @@ void put_clause(internal::Fill& f, const char (&keyword)[N], const std::string& 
 }  // namespace
 
 std::string SQLQuery::render(const SelectForm& form) const {
-  std::size_t size = 96 + select_expression_.size() + select_text_.size() + from_.size() +
-                     where_.size() + group_text_.size() + having_.size() + order_text_.size() +
-                     union_all_.size() + union_.size() + except_.size() + intersect_.size();
+  std::size_t size = 96 + select_text_.size() + from_.size() + where_.size() + group_text_.size() +
+                     order_text_.size();
+  if (const Extra* x = extra_.find()) {
+    size += x->select_expression.size() + x->having.size() + x->union_all.size() +
+            x->union_.size() + x->except.size() + x->intersect.size();
+  }
   for (std::size_t i = 0; i < join_count_ || i < on_count_; ++i) {
     size += 16 + entry(i).target.size() + entry(i).on.size();
   }
@@ -139,8 +145,9 @@ std::string SQLQuery::render(const SelectForm& form) const {
 }
 
 void SQLQuery::write(internal::Fill& f, const SelectForm& form) const {
+  const Extra* x = extra_.find();
   f.put("SELECT ", 7);
-  if (form.select_expression) f.put(select_expression_);
+  if (form.select_expression && x != nullptr) f.put(x->select_expression);
   f.put(select_text_);
   if (from_.empty() && !form.always_from) return;
   // SQL Server writes " FROM " even with nothing after it; callers match it.
@@ -153,7 +160,7 @@ void SQLQuery::write(internal::Fill& f, const SelectForm& form) const {
   }
   if (!where_.empty()) put_clause(f, " WHERE ", where_);
   if (has_group_) put_clause(f, " GROUP BY ", group_text_);
-  if (!having_.empty()) put_clause(f, " HAVING ", having_);
+  if (x != nullptr && !x->having.empty()) put_clause(f, " HAVING ", x->having);
   if (has_order_) put_clause(f, " ORDER BY ", order_text_);
   if (form.fetch_paging) {
     // An offset without a limit is not rendered at all.
@@ -175,10 +182,11 @@ void SQLQuery::write(internal::Fill& f, const SelectForm& form) const {
     }
   }
   // Set operations follow in a fixed order, whatever the call order was.
-  if (!union_all_.empty()) put_clause(f, " UNION ALL ", union_all_);
-  if (!union_.empty()) put_clause(f, " UNION ", union_);
-  if (!except_.empty()) put_clause(f, " EXCEPT ", except_);
-  if (!intersect_.empty()) put_clause(f, " INTERSECT ", intersect_);
+  if (x == nullptr) return;
+  if (!x->union_all.empty()) put_clause(f, " UNION ALL ", x->union_all);
+  if (!x->union_.empty()) put_clause(f, " UNION ", x->union_);
+  if (!x->except.empty()) put_clause(f, " EXCEPT ", x->except);
+  if (!x->intersect.empty()) put_clause(f, " INTERSECT ", x->intersect);
 }
 
 bool SQLQuery::run(const ExecForm& form, Variant variant, const internal::Site& site, int time_out,

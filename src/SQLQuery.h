@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "internal/Execution.h"
+#include "internal/Rare.h"
 #include "internal/Text.h"
 #include "tessel/CConnect.h"
 #include "vexel/QueryBuilder.h"
@@ -65,10 +66,10 @@ class SQLQuery {
   void ORDER_BY(internal::Span<col> cols);
   void LIMIT(int limit) { limit_ = limit; }
   void OFFSET(int offset) { offset_ = offset; }
-  void UNION(const std::string& text) { union_ = text; }
-  void UNION_ALL(const std::string& text) { union_all_ = text; }
-  void EXCEPT(const std::string& text) { except_ = text; }
-  void INTERSECT(const std::string& text) { intersect_ = text; }
+  void UNION(const std::string& text) { extra_.get().union_ = text; }
+  void UNION_ALL(const std::string& text) { extra_.get().union_all = text; }
+  void EXCEPT(const std::string& text) { extra_.get().except = text; }
+  void INTERSECT(const std::string& text) { extra_.get().intersect = text; }
 
  protected:
   ~SQLQuery() = default;
@@ -102,7 +103,6 @@ class SQLQuery {
   bool has_order_ = false;
   bool has_group_ = false;
   std::string where_;
-  std::string having_;
   int limit_ = 0;
   int offset_ = 0;
   // The first entry in place: most statements have one join at most.
@@ -110,11 +110,16 @@ class SQLQuery {
   std::vector<Join> more_joins_;
   std::size_t join_count_ = 0;
   std::size_t on_count_ = 0;
-  std::string union_;
-  std::string union_all_;
-  std::string except_;
-  std::string intersect_;
-  std::string select_expression_;
+  // The clauses few statements have.
+  struct Extra {
+    std::string having;
+    std::string union_;
+    std::string union_all;
+    std::string except;
+    std::string intersect;
+    std::string select_expression;
+  };
+  internal::Rare<Extra> extra_;
   std::shared_ptr<tessel::CConnect> db_conn_;
   tessel::DBTYPE db_type_ = tessel::DB_POSTGRESQL;
 };

@@ -87,8 +87,22 @@ std::vector<col> with_dialect(const std::vector<col>& cols, tessel::DBTYPE db) {
 std::string table_text(const tab& t, tessel::DBTYPE /*db*/) { return t.table_name(); }
 
 void append_table(std::string& out, const tab& t) {
-  if (!t.schema_name().empty()) out.append(t.schema_name()).push_back('.');
-  out += t.get_only_table_name();
+  const std::string& schema = t.schema_name();
+  const std::string& name = t.get_only_table_name();
+  char small[128];
+  if (schema.size() + name.size() < sizeof small) {
+    // Put together on the stack and appended in one piece.
+    Into into{small};
+    if (!schema.empty()) {
+      into.put(schema.data(), schema.size());
+      into.put('.');
+    }
+    into.put(name.data(), name.size());
+    out.append(small, into.size());
+    return;
+  }
+  if (!schema.empty()) out.append(schema).push_back('.');
+  out += name;
 }
 
 std::string view_text(const view& v, tessel::DBTYPE db) {
