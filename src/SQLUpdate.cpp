@@ -47,41 +47,43 @@ void SQLUpdate::BATCH_VALUES(const std::vector<col>& cols,
     VEXEL_LOG(5, "[%s]tmp_cols.size() is not equal to tmp_values[0].size().[%s(%d)]");
     return;
   }
-  append(tmp_cols, cols);
-  tmp_values = rows;
+  append(extra_.get().tmp_cols, cols);
+  extra_.get().tmp_values = rows;
 }
 
 std::string SQLUpdate::union_piece(const Form& form) const {
+  const Extra& e = *extra_.find();
   std::string sets;
-  for (const auto& pair : union_sets_) {
+  for (const auto& pair : e.union_sets) {
     if (!sets.empty()) sets += ",";
     sets += pair.first + "=" + pair.second;
   }
   std::string tables;
-  for (const std::string& t : union_tables_) {
+  for (const std::string& t : e.union_tables) {
     if (!tables.empty()) tables += ",";
     tables += t;
   }
   std::string conditions;
-  for (std::size_t i = 0; i < union_conditions_.size(); ++i) {
+  for (std::size_t i = 0; i < e.union_conditions.size(); ++i) {
     if (i > 0) conditions += form.union_joiner;
-    conditions += union_conditions_[i].first + "=" + union_conditions_[i].second;
+    conditions += e.union_conditions[i].first + "=" + e.union_conditions[i].second;
   }
   return sets + " FROM " + tables + " WHERE " + conditions + ", ";
 }
 
 std::string SQLUpdate::join_values_piece() const {
+  const Extra& e = *extra_.find();
   std::string sets;
-  for (const col& c : batch_sets_) {
+  for (const col& c : e.batch_sets) {
     if (!sets.empty()) sets += ",";
     sets += c.col_name() + "=tmp." + c.col_name();
   }
   // Rows are written "(1, 'a') , (2, 'b') ) ": the blanks are part of the
   // text hosts compare.
   std::string values;
-  if (!tmp_values.empty()) {
+  if (!e.tmp_values.empty()) {
     values = "(VALUES ";
-    for (const auto& row : tmp_values) {
+    for (const auto& row : e.tmp_values) {
       std::string one = "(";
       for (const SQLValue& v : row) one += internal::ValueText::of(v, db_type_) + ", ";
       drop_tail(one, ", ");
@@ -91,57 +93,58 @@ std::string SQLUpdate::join_values_piece() const {
     values += ") ";
   }
   std::string alias = "tmp(";
-  for (std::size_t i = 0; i < tmp_cols.size(); ++i) {
+  for (std::size_t i = 0; i < e.tmp_cols.size(); ++i) {
     if (i > 0) alias += ",";
-    alias += tmp_cols[i].col_name();
+    alias += e.tmp_cols[i].col_name();
   }
   alias += ")";
   std::string condition;
-  for (std::size_t i = 0; i < batch_conditions_.size(); ++i) {
+  for (std::size_t i = 0; i < e.batch_conditions.size(); ++i) {
     if (i > 0) condition += " AND ";
-    const std::string name = batch_conditions_[i].col_name();
+    const std::string name = e.batch_conditions[i].col_name();
     condition.append(table_name_).append(".").append(name).append("=tmp.").append(name);
   }
   return sets + " FROM " + values + " AS " + alias + " WHERE " + condition + ", ";
 }
 
 std::string SQLUpdate::case_piece() const {
+  const Extra& e = *extra_.find();
   // Unknown names fall back to the first position, as the rows dictate.
   std::map<std::string, std::size_t> position;
-  for (std::size_t i = 0; i < tmp_cols.size(); ++i) position[tmp_cols[i].col_name()] = i;
+  for (std::size_t i = 0; i < e.tmp_cols.size(); ++i) position[e.tmp_cols[i].col_name()] = i;
   auto at = [&position](const col& c) {
     const auto it = position.find(c.col_name());
     return it != position.end() ? it->second : std::size_t{0};
   };
-  std::vector<std::string> branches(batch_sets_.size());
+  std::vector<std::string> branches(e.batch_sets.size());
   std::vector<std::string> row_conditions;
-  for (const auto& row : tmp_values) {
+  for (const auto& row : e.tmp_values) {
     std::string condition;
-    for (std::size_t k = 0; k < batch_conditions_.size(); ++k) {
+    for (std::size_t k = 0; k < e.batch_conditions.size(); ++k) {
       if (k > 0) condition += " AND ";
-      condition += batch_conditions_[k].col_name() + "=" +
-                   value_text(row, at(batch_conditions_[k]), db_type_);
+      condition += e.batch_conditions[k].col_name() + "=" +
+                   value_text(row, at(e.batch_conditions[k]), db_type_);
     }
     row_conditions.push_back(condition);
-    for (std::size_t s = 0; s < batch_sets_.size(); ++s) {
+    for (std::size_t s = 0; s < e.batch_sets.size(); ++s) {
       branches[s] +=
-          " WHEN " + condition + " THEN " + value_text(row, at(batch_sets_[s]), db_type_);
+          " WHEN " + condition + " THEN " + value_text(row, at(e.batch_sets[s]), db_type_);
     }
   }
   // " CASE " then " WHEN " and " END " then " WHERE " double the blanks;
   // hosts compare the text as it stands.
   std::string cases;
-  for (std::size_t s = 0; s < batch_sets_.size(); ++s) {
+  for (std::size_t s = 0; s < e.batch_sets.size(); ++s) {
     if (s > 0) cases += ",";
-    cases += batch_sets_[s].col_name() + "=" + " CASE " + branches[s] + " END ";
+    cases += e.batch_sets[s].col_name() + "=" + " CASE " + branches[s] + " END ";
   }
   std::string filter;
-  if (batch_conditions_.size() == 1) {
-    const col& key = batch_conditions_.front();
+  if (e.batch_conditions.size() == 1) {
+    const col& key = e.batch_conditions.front();
     filter = key.col_name() + " IN (";
-    for (std::size_t r = 0; r < tmp_values.size(); ++r) {
+    for (std::size_t r = 0; r < e.tmp_values.size(); ++r) {
       if (r > 0) filter += ",";
-      filter += value_text(tmp_values[r], at(key), db_type_);
+      filter += value_text(e.tmp_values[r], at(key), db_type_);
     }
     filter += ")";
   } else {
@@ -154,16 +157,19 @@ std::string SQLUpdate::case_piece() const {
 }
 
 std::string SQLUpdate::render(const Form& form) const {
-  if (!vacuum_tables_.empty()) {
+  const Extra* e = extra_.find();
+  if (e != nullptr && !e->vacuum_tables.empty()) {
     if (form.vacuum == Vacuum::kEmpty) return std::string();
     if (form.vacuum == Vacuum::kStatements) {
       std::string sql;
-      for (const std::string& t : vacuum_tables_) sql += "VACUUM " + t + ";";
+      for (const std::string& t : e->vacuum_tables) sql += "VACUUM " + t + ";";
       return sql;
     }
   }
   // "UPDATE t" + the column name with no blank: the short form hosts use.
-  if (form.column_form && !update_column_.empty()) return "UPDATE " + table_name_ + update_column_;
+  if (form.column_form && e != nullptr && !e->update_column.empty()) {
+    return "UPDATE " + table_name_ + e->update_column;
+  }
 
   std::size_t size = 48 + table_name_.size() + where_size();
   for (const auto& entry : set_values_) size += entry.first.size() + entry.second.size() + 5;
@@ -176,8 +182,8 @@ std::string SQLUpdate::render(const Form& form) const {
       sql.append(entry.first).append(" = ").append(entry.second).append(", ");
     }
     if (form.batch != Batch::kIgnored) {
-      if (!union_sets_.empty()) sql += union_piece(form);
-      if (!batch_sets_.empty()) {
+      if (e != nullptr && !e->union_sets.empty()) sql += union_piece(form);
+      if (e != nullptr && !e->batch_sets.empty()) {
         sql += form.batch == Batch::kJoinValues ? join_values_piece() : case_piece();
       }
     }

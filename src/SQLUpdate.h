@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "internal/Execution.h"
+#include "internal/Rare.h"
 #include "internal/Text.h"
 #include "internal/TextMap.h"
 #include "internal/WhereClause.h"
@@ -34,22 +35,28 @@ class SQLUpdate : public internal::WhereClause {
   tessel::DBTYPE db_type() const { return db_type_; }
 
   void UPDATE(std::string table_name) { table_name_ = std::move(table_name); }
-  void UPDATE_COLUMN(const std::string& name) { update_column_ = name; }
+  void UPDATE_COLUMN(const std::string& name) { extra_.get().update_column = name; }
   // Keyed by name: a later SET of a column replaces it, and the list
   // renders in name order.
   void SET(std::string_view name, std::string_view value) { set_values_.set(name, value); }
   void RETURNING(internal::Span<col> cols, tessel::DBTYPE db) { returned_.add(cols, db); }
-  void VACUUM(const std::vector<std::string>& tables) { append(vacuum_tables_, tables); }
+  void VACUUM(const std::vector<std::string>& tables) {
+    append(extra_.get().vacuum_tables, tables);
+  }
 
   void UNION_SET(const std::string& target, const std::string& source) {
-    union_sets_.emplace_back(target, source);
+    extra_.get().union_sets.emplace_back(target, source);
   }
-  void UNION_FROM(const std::vector<std::string>& tables) { append(union_tables_, tables); }
+  void UNION_FROM(const std::vector<std::string>& tables) {
+    append(extra_.get().union_tables, tables);
+  }
   void UNION_CONDITION(const std::string& left, const std::string& right) {
-    union_conditions_.emplace_back(left, right);
+    extra_.get().union_conditions.emplace_back(left, right);
   }
-  void BATCH_SET(const std::vector<col>& cols) { append(batch_sets_, cols); }
-  void BATCH_CONDITION(const std::vector<col>& cols) { append(batch_conditions_, cols); }
+  void BATCH_SET(const std::vector<col>& cols) { append(extra_.get().batch_sets, cols); }
+  void BATCH_CONDITION(const std::vector<col>& cols) {
+    append(extra_.get().batch_conditions, cols);
+  }
   // Adds the columns and replaces the rows; logs and keeps everything when
   // the rows are empty or do not fit the columns.
   void BATCH_VALUES(const std::vector<col>& cols, const std::vector<std::vector<SQLValue>>& rows);
@@ -84,15 +91,19 @@ class SQLUpdate : public internal::WhereClause {
   std::string table_name_;
   internal::ColumnTexts returned_;
   internal::TextMap set_values_;
-  std::string update_column_;
-  std::vector<std::string> vacuum_tables_;
-  std::vector<std::pair<std::string, std::string>> union_sets_;
-  std::vector<std::pair<std::string, std::string>> union_conditions_;
-  std::vector<std::string> union_tables_;
-  std::vector<col> batch_conditions_;
-  std::vector<col> batch_sets_;
-  std::vector<col> tmp_cols;
-  std::vector<std::vector<SQLValue>> tmp_values;
+  // The clauses few statements have.
+  struct Extra {
+    std::string update_column;
+    std::vector<std::string> vacuum_tables;
+    std::vector<std::pair<std::string, std::string>> union_sets;
+    std::vector<std::pair<std::string, std::string>> union_conditions;
+    std::vector<std::string> union_tables;
+    std::vector<col> batch_conditions;
+    std::vector<col> batch_sets;
+    std::vector<col> tmp_cols;
+    std::vector<std::vector<SQLValue>> tmp_values;
+  };
+  internal::Rare<Extra> extra_;
   tessel::DBTYPE db_type_ = tessel::DB_POSTGRESQL;
   std::shared_ptr<tessel::CConnect> db_conn_;
 };
