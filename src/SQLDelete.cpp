@@ -1,6 +1,7 @@
 #include "SQLDelete.h"
 
 #include <cstdint>
+#include <cstring>
 
 #include "internal/Facade.h"
 #include "internal/Text.h"
@@ -17,8 +18,9 @@ SQLDelete::SQLDelete(const std::shared_ptr<tessel::CConnect>& conn) : db_conn_(c
 std::string SQLDelete::render(const Form& form) const {
   std::size_t from = 0;
   if (form.drop_schema) {
-    const std::size_t dot = table_name_.find('.');
-    if (dot != std::string::npos) from = dot + 1;
+    const void* dot = std::memchr(table_name_.data(), '.', table_name_.size());
+    if (dot != nullptr)
+      from = static_cast<std::size_t>(static_cast<const char*>(dot) - table_name_.data()) + 1;
   }
   std::string text;
   {
