@@ -44,14 +44,10 @@ void SQLQuery::ORDER_BY(internal::Span<col> cols) {
 void SQLQuery::SELECT(const CommonExpr& e) { assign(extra_.get().select_expression, e); }
 
 SQLQuery::Join& SQLQuery::entry(std::size_t n) {
-  if (n == 0) return first_join_;
+  if (n < kJoinsInPlace) return joins_[n];
   // Entries are asked for in order, so a new one is always the next.
-  if (n - 1 == more_joins_.size()) {
-    // Room for a few at once: a statement rarely has many joins.
-    if (more_joins_.capacity() == 0) more_joins_.reserve(4);
-    more_joins_.emplace_back();
-  }
-  return more_joins_[n - 1];
+  if (n - kJoinsInPlace == more_joins_.size()) more_joins_.emplace_back();
+  return more_joins_[n - kJoinsInPlace];
 }
 
 void SQLQuery::JOIN(const char* keyword, std::string target) {

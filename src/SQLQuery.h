@@ -92,7 +92,9 @@ class SQLQuery {
     std::string on;
   };
   Join& entry(std::size_t n);
-  const Join& entry(std::size_t n) const { return n == 0 ? first_join_ : more_joins_[n - 1]; }
+  const Join& entry(std::size_t n) const {
+    return n < kJoinsInPlace ? joins_[n] : more_joins_[n - kJoinsInPlace];
+  }
 
   // Column lists are kept as their text in this dialect; a list that was
   // given still writes its keyword when every column renders empty.
@@ -105,8 +107,9 @@ class SQLQuery {
   std::string where_;
   int limit_ = 0;
   int offset_ = 0;
-  // The first entry in place: most statements have one join at most.
-  Join first_join_;
+  // The first entries in place: few statements have more joins.
+  static constexpr std::size_t kJoinsInPlace = 3;
+  Join joins_[kJoinsInPlace];
   std::vector<Join> more_joins_;
   std::size_t join_count_ = 0;
   std::size_t on_count_ = 0;
