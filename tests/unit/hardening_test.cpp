@@ -226,12 +226,21 @@ TEST(Hardening, TextsPastTheirRoomInPlace) {
   }
   EXPECT_EQ(u.tosql(), "UPDATE t SET " + sets);
 
-  // A statement and a condition past the room a render keeps on the stack.
+  // A statement, a table and a condition past the room their texts are put
+  // together in on the stack.
   const std::string a(700, 'a'), b(700, 'b'), x(2000, 'x');
+  vexel::tab far = vexel::sch(wide).tab(wide);
+  far.AS(wide);
+  const std::string named = wide + "." + wide + " AS " + wide;
   vexel::QueryBuilder q(fake(2));
-  q.SELECT({vexel::col(a), vexel::col(b)}).FROM(vexel::tab("t"));
+  q.SELECT({vexel::col(a), vexel::col(b)}).FROM(far).JOIN(far);
   q.WHERE(vexel::col("c") == vexel::SQLValue(vexel::SafeValue(x)));
-  EXPECT_EQ(q.tosql(), "SELECT " + a + " , " + b + " FROM t WHERE c = '" + x + "'");
+  EXPECT_EQ(q.tosql(), "SELECT " + a + " , " + b + " FROM " + named + " JOIN " + named +
+                           " WHERE c = '" + x + "'");
+  std::string sevens = "7";
+  for (int k = 1; k < 20; ++k) sevens += ",7";
+  EXPECT_EQ(vexel::col("k").in(std::vector<int>(20, 7)).GetExpr(tessel::DB_POSTGRESQL),
+            "k IN (" + sevens + ")");
 }
 
 // Writers log while the sink is replaced again and again; every line
