@@ -68,7 +68,7 @@ std::string DeleteBuilder::tosql() const {
 }
 
 DeleteBuilder& DeleteBuilder::DELETE_FROM(const tab& t) {
-  if (SQLDelete* b = VEXEL_IMPL()) b->DELETE_FROM(internal::table_text(t, db_type_));
+  if (SQLDelete* b = VEXEL_IMPL()) internal::assign_table(b->DELETE_FROM(), t);
   return *this;
 }
 

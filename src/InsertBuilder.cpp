@@ -45,7 +45,7 @@ std::string InsertBuilder::tosql() const {
 }
 
 InsertBuilder& InsertBuilder::INSERT_INTO(const tab& t) {
-  if (SQLInsert* b = VEXEL_IMPL()) b->INSERT_INTO(internal::table_text(t, db_type_));
+  if (SQLInsert* b = VEXEL_IMPL()) internal::assign_table(b->INSERT_INTO(), t);
   return *this;
 }
 

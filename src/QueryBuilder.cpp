@@ -80,7 +80,7 @@ QueryBuilder& QueryBuilder::SELECT(const SQLValue& v) {
 }
 
 QueryBuilder& QueryBuilder::FROM(const tab& t) {
-  if (SQLQuery* q = VEXEL_IMPL()) q->FROM(internal::table_text(t, db_type_));
+  if (SQLQuery* q = VEXEL_IMPL()) internal::assign_table(q->FROM(), t);
   return *this;
 }
 

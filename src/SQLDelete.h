@@ -32,6 +32,8 @@ class SQLDelete : public internal::WhereClause {
   tessel::DBTYPE db_type() const { return db_type_; }
 
   void DELETE_FROM(std::string table_name) { table_name_ = std::move(table_name); }
+  // The table's text, written in place.
+  std::string& DELETE_FROM() { return table_name_; }
   void RETURNING(internal::Span<col> cols, tessel::DBTYPE db) { returned_.add(cols, db); }
 
   // How one dialect writes the statement.

@@ -43,6 +43,8 @@ class SQLInsert : public internal::WhereClause {
 
   // Columns are given with the dialect they render in, and kept as text.
   void INSERT_INTO(std::string table_name) { table_name_ = std::move(table_name); }
+  // The table's text, written in place.
+  std::string& INSERT_INTO() { return table_name_; }
   void COLUMNS(internal::Span<col> cols, tessel::DBTYPE db);
   void VALUES(internal::Span<SQLValue> row);
   void SELECT(const std::string& query) { select_ = query; }

@@ -52,6 +52,8 @@ class SQLQuery {
   void SELECT(internal::Span<col> cols);
   void SELECT(const CommonExpr& e);
   void FROM(std::string from_text) { from_ = std::move(from_text); }
+  // The table's text, written in place.
+  std::string& FROM() { return from_; }
   void JOIN(const char* keyword, std::string target);
   void join_table(const char* keyword, const tab& t);
   void ON(const CommonExpr& condition);

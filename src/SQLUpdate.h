@@ -35,6 +35,8 @@ class SQLUpdate : public internal::WhereClause {
   tessel::DBTYPE db_type() const { return db_type_; }
 
   void UPDATE(std::string table_name) { table_name_ = std::move(table_name); }
+  // The table's text, written in place.
+  std::string& UPDATE() { return table_name_; }
   void UPDATE_COLUMN(const std::string& name) { extra_.get().update_column = name; }
   // Keyed by name: a later SET of a column replaces it, and the list
   // renders in name order.

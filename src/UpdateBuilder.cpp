@@ -58,7 +58,7 @@ std::string UpdateBuilder::tosql() const {
 }
 
 UpdateBuilder& UpdateBuilder::UPDATE(const tab& t) {
-  if (SQLUpdate* b = VEXEL_IMPL()) b->UPDATE(internal::table_text(t, db_type_));
+  if (SQLUpdate* b = VEXEL_IMPL()) internal::assign_table(b->UPDATE(), t);
   return *this;
 }
 

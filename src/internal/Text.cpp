@@ -134,6 +134,17 @@ bool ColumnTexts::listed(const char* ref) const {
 }
 
 void ColumnTexts::put(Fill& out, const char* ref) const {
+  if (*ref == '\0') {
+    // The names as they are kept, between commas.
+    std::size_t from = 0;
+    for (std::size_t i = 0; i < count_; ++i) {
+      if (i > 0) out.put(',');
+      const std::size_t to = end(i);
+      out.put(text_.data() + from, to - from);
+      from = to;
+    }
+    return;
+  }
   const std::size_t ref_size = std::strlen(ref);
   for (std::size_t i = 0; i < count_; ++i) {
     if (i > 0) out += ',';

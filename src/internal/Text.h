@@ -29,6 +29,11 @@ std::vector<col> with_dialect(const std::vector<col>& cols, tessel::DBTYPE db);
 std::string table_text(const tab& t, tessel::DBTYPE db);
 // table_text written into `out`.
 void append_table(std::string& out, const tab& t);
+// `out` made table_text, in place.
+inline void assign_table(std::string& out, const tab& t) {
+  out.clear();
+  append_table(out, t);
+}
 std::string view_text(const view& v, tessel::DBTYPE db);
 std::string column_text(const col& c, tessel::DBTYPE db);
 
