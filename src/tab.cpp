@@ -1,7 +1,5 @@
 #include "vexel/tab.h"
 
-#include <cstring>
-
 #include "internal/Text.h"
 
 namespace vexel {
@@ -14,7 +12,7 @@ tab& tab::AS(const std::string& alias) {
   char small[64];
   if (alias.size() <= sizeof small - 4) {
     // One append of " AS alias", put together on the stack.
-    std::memcpy(small, " AS ", 4);
+    detail::copy_bytes(small, " AS ", 4);
     detail::copy_bytes(small + 4, alias.data(), alias.size());
     table_name_.append(small, alias.size() + 4);
   } else {
