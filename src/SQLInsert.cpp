@@ -53,13 +53,13 @@ void SQLInsert::VALUES(internal::Span<SQLValue> row) {
     ++row_count_;
     return;
   }
-  if (row_count_ > 0) rows_ += ',';
-  rows_ += '(';
+  if (row_count_ > 0) rows_.append(',');
+  rows_.append('(');
   for (std::size_t i = 0; i < row.size(); ++i) {
-    if (i > 0) rows_ += ',';
-    internal::ValueText::append(rows_, row[i], db_type_);
+    if (i > 0) rows_.append(',');
+    rows_.append(internal::ValueText::of(row[i], db_type_));
   }
-  rows_ += ')';
+  rows_.append(')');
   ++row_count_;
 }
 
@@ -92,7 +92,7 @@ void SQLInsert::write_upsert(internal::Fill& sql) const {
   // No blank before "(" nor after " VALUES": hosts compare the text.
   sql.append("INSERT INTO ").append(table_name_).append("(").append(columns_).append(")");
   if (select_.empty()) {
-    sql.append(" VALUES").append(rows_);
+    sql.append(" VALUES").append(rows_.view());
   } else if (db_type_ == tessel::DB_SQLITE && !conflict_columns_.empty()) {
     // SQLite reads "ON CONFLICT" after a bare SELECT as a join's ON.
     sql.append(" SELECT * FROM (").append(select_).append(") WHERE true");
@@ -141,7 +141,7 @@ void SQLInsert::write_sqlserver(internal::Fill& sql) const {
       returning_columns_.put(sql, "Inserted.");
     }
     if (select_.empty()) {
-      sql.append(" VALUES ").append(rows_);
+      sql.append(" VALUES ").append(rows_.view());
     } else {
       sql.append(" ").append(select_);
     }
@@ -157,13 +157,17 @@ void SQLInsert::write_sqlserver(internal::Fill& sql) const {
     throw std::string("invaild param, values size = ") + std::to_string(row_count_);
   }
   sql.append("MERGE INTO ").append(table_name_);
-  sql.append(" USING (VALUES").append(rows_).append(") AS Excluded(").append(columns_).append(")");
-  put_merge_tail(sql, rows_);
+  sql.append(" USING (VALUES")
+      .append(rows_.view())
+      .append(") AS Excluded(")
+      .append(columns_)
+      .append(")");
+  put_merge_tail(sql, rows_.view());
 }
 
 // From " ON(" on: the match, the insert of `inserted`, the update and the
 // returned columns.
-void SQLInsert::put_merge_tail(internal::Fill& sql, const std::string& inserted) const {
+void SQLInsert::put_merge_tail(internal::Fill& sql, std::string_view inserted) const {
   sql += " ON(";
   for (std::size_t i = 0; i < conflict_columns_.count(); ++i) {
     if (i > 0) sql += " AND ";

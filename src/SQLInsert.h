@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "internal/Execution.h"
+#include "internal/ShortText.h"
 #include "internal/Text.h"
 #include "internal/TextMap.h"
 #include "internal/WhereClause.h"
@@ -63,12 +64,12 @@ class SQLInsert : public internal::WhereClause {
   void write_upsert(internal::Fill& sql) const;
   void write_sqlserver(internal::Fill& sql) const;
   void write_merge_select(internal::Fill& sql) const;
-  void put_merge_tail(internal::Fill& sql, const std::string& inserted) const;
+  void put_merge_tail(internal::Fill& sql, std::string_view inserted) const;
   bool run(const RunForm& form, const internal::Site& site);
 
  private:
   // The VALUES rows as text, "(a,b),(c,d)", and how many there are.
-  std::string rows_;
+  internal::ShortText<64> rows_;
   std::size_t row_count_ = 0;
   std::string select_;            // INSERT ... SELECT, in place of the rows
   std::string columns_;           // "a,b"
