@@ -27,6 +27,15 @@ void SQLQuery::assign(std::string& target, Ptr_CommonExpr&& condition) const {
   if (!internal::ExprTree::take(condition, target)) assign(target, std::as_const(condition));
 }
 
+void SQLQuery::assign(internal::ShortText<64>& target, const CommonExpr& condition) const {
+  target.clear();
+  if (const std::string* text = internal::ExprTree::fixed(condition)) {
+    target.append(*text);
+  } else {
+    target.append(internal::ExprTree::render(condition, db_type_));
+  }
+}
+
 void SQLQuery::SELECT(internal::Span<col> cols) {
   select_text_ = internal::join_names(cols, db_type_);
 }
@@ -70,7 +79,7 @@ void SQLQuery::ON(Ptr_CommonExpr&& condition) {
 }
 
 void SQLQuery::WHERE(const CommonExpr& condition) { assign(where_, condition); }
-void SQLQuery::WHERE(Ptr_CommonExpr&& condition) { assign(where_, std::move(condition)); }
+void SQLQuery::WHERE(Ptr_CommonExpr&& condition) { assign(where_, std::as_const(condition)); }
 void SQLQuery::HAVING(Ptr_CommonExpr&& condition) {
   assign(extra_.get().having, std::move(condition));
 }
@@ -81,42 +90,65 @@ void SQLQuery::AND(const CommonExpr& condition) { extend(" AND ", condition); }
 
 void SQLQuery::OR(const CommonExpr& condition) { extend(" OR ", condition); }
 
-// Attaches to HAVING before WHERE before the last ON, without brackets:
-// hosts rely on SQL's own precedence here.
-void SQLQuery::extend(std::string_view connector, const CommonExpr& condition) {
-  std::string* target = nullptr;
-  const Extra* extra = extra_.find();
-  if (extra != nullptr && !extra->having.empty()) {
-    target = &extra_.get().having;
-  } else if (!where_.empty()) {
-    target = &where_;
-  } else if (on_count_ != 0) {
-    target = &entry(on_count_ - 1).on;
+namespace {
+
+// Room for a few more conditions: a condition extended once is usually
+// extended again. A text in place grows on its own.
+void make_room(std::string& target) {
+  if (target.capacity() < target.size() + 48) {
+    target.reserve(std::max<std::size_t>(2 * target.size() + 96, 256));
   }
-  if (target == nullptr) return;
-  // A condition extended once is usually extended again.
-  if (target->capacity() < target->size() + 48) {
-    target->reserve(std::max<std::size_t>(2 * target->size() + 96, 256));
-  }
+}
+template <std::size_t N>
+void make_room(internal::ShortText<N>& /*target*/) {}
+
+void append_rendered(std::string& target, const CommonExpr& condition, tessel::DBTYPE db) {
+  internal::ExprTree::append(target, condition, db);
+}
+template <std::size_t N>
+void append_rendered(internal::ShortText<N>& target, const CommonExpr& condition,
+                     tessel::DBTYPE db) {
+  target.append(internal::ExprTree::render(condition, db));
+}
+
+template <typename Text>
+void extend_text(Text& target, std::string_view connector, const CommonExpr& condition,
+                 tessel::DBTYPE db) {
+  make_room(target);
   const std::string* text = internal::ExprTree::fixed(condition);
   char small[256];
   if (text != nullptr && text->size() <= sizeof small - connector.size()) {
     // The connector and a finished condition are appended in one piece.
     std::memcpy(small, connector.data(), connector.size());
     detail::copy_bytes(small + connector.size(), text->data(), text->size());
-    target->append(small, connector.size() + text->size());
+    target.append(small, connector.size() + text->size());
     return;
   }
-  target->append(connector.data(), connector.size());
-  internal::ExprTree::append(*target, condition, db_type_);
+  target.append(connector.data(), connector.size());
+  append_rendered(target, condition, db);
+}
+
+}  // namespace
+
+// Attaches to HAVING before WHERE before the last ON, without brackets:
+// hosts rely on SQL's own precedence here.
+void SQLQuery::extend(std::string_view connector, const CommonExpr& condition) {
+  const Extra* extra = extra_.find();
+  if (extra != nullptr && !extra->having.empty()) {
+    extend_text(extra_.get().having, connector, condition, db_type_);
+  } else if (!where_.empty()) {
+    extend_text(where_, connector, condition, db_type_);
+  } else if (on_count_ != 0) {
+    extend_text(entry(on_count_ - 1).on, connector, condition, db_type_);
+  }
 }
 
 namespace {
 
 template <std::size_t N>
-void put_clause(internal::Fill& f, const char (&keyword)[N], const std::string& text) {
+void put_clause(internal::Fill& f, const char (&keyword)[N], std::string_view text) {
   f.put(keyword, N - 1);
-  f.put(text);
+  f.put(text.data(), text.size());
 }
 
 }  // namespace
@@ -154,7 +186,7 @@ void SQLQuery::write(internal::Fill& f, const SelectForm& form) const {
     f.put(join.target);
     if (i < on_count_) put_clause(f, " ON ", join.on);
   }
-  if (!where_.empty()) put_clause(f, " WHERE ", where_);
+  if (!where_.empty()) put_clause(f, " WHERE ", where_.view());
   if (has_group_) put_clause(f, " GROUP BY ", group_text_);
   if (x != nullptr && !x->having.empty()) put_clause(f, " HAVING ", x->having);
   if (has_order_) put_clause(f, " ORDER BY ", order_text_);

@@ -13,6 +13,7 @@
 
 #include "internal/Execution.h"
 #include "internal/Rare.h"
+#include "internal/ShortText.h"
 #include "internal/Text.h"
 #include "tessel/CConnect.h"
 #include "vexel/QueryBuilder.h"
@@ -85,6 +86,7 @@ class SQLQuery {
   // Replaces `target` by the condition's text in this dialect.
   void assign(std::string& target, const CommonExpr& condition) const;
   void assign(std::string& target, Ptr_CommonExpr&& condition) const;
+  void assign(internal::ShortText<64>& target, const CommonExpr& condition) const;
   void extend(std::string_view connector, const CommonExpr& condition);
   // The n-th JOIN and the n-th ON form entry n, whatever order they came
   // in; an ON beyond the joins renders nowhere, but AND/OR still extend it.
@@ -106,7 +108,7 @@ class SQLQuery {
   std::string group_text_;
   bool has_order_ = false;
   bool has_group_ = false;
-  std::string where_;
+  internal::ShortText<64> where_;
   int limit_ = 0;
   int offset_ = 0;
   // The first entries in place: few statements have more joins.

@@ -4,6 +4,7 @@
 #ifndef VEXEL_INTERNAL_SHORTTEXT_H
 #define VEXEL_INTERNAL_SHORTTEXT_H
 
+#include <algorithm>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -31,12 +32,18 @@ class ShortText {
     return heap_.empty() ? std::string_view(local_, size_) : std::string_view(heap_);
   }
   std::size_t size() const { return heap_.empty() ? size_ : heap_.size(); }
+  bool empty() const { return size() == 0; }
+  // Back in place, empty.
+  void clear() {
+    size_ = 0;
+    heap_.clear();
+  }
 
  private:
   void append_outside(const char* s, std::size_t n) {
     if (heap_.empty()) {
       // Moves out of place for good, with room to go on growing.
-      heap_.reserve(2 * (size_ + n));
+      heap_.reserve(std::max<std::size_t>(2 * (size_ + n), 4 * N));
       heap_.assign(local_, size_);
     }
     heap_.append(s, n);
