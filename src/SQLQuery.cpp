@@ -59,13 +59,13 @@ SQLQuery::Join& SQLQuery::entry(std::size_t n) {
   return more_joins_[n - kJoinsInPlace];
 }
 
-void SQLQuery::JOIN(const char* keyword, std::string target) {
+void SQLQuery::JOIN(std::string_view keyword, std::string target) {
   Join& join = entry(join_count_++);
   join.keyword = keyword;
   join.target = std::move(target);
 }
 
-void SQLQuery::join_table(const char* keyword, const tab& t) {
+void SQLQuery::join_table(std::string_view keyword, const tab& t) {
   Join& join = entry(join_count_++);
   join.keyword = keyword;
   join.target.clear();
@@ -182,7 +182,7 @@ void SQLQuery::write(internal::Fill& f, const SelectForm& form) const {
   put_clause(f, " FROM ", from_);
   for (std::size_t i = 0; i < join_count_; ++i) {
     const Join& join = entry(i);
-    f.put(join.keyword);
+    f.put(join.keyword.data(), join.keyword.size());
     f.put(join.target);
     if (i < on_count_) put_clause(f, " ON ", join.on);
   }

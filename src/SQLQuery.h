@@ -55,8 +55,8 @@ class SQLQuery {
   void FROM(std::string from_text) { from_ = std::move(from_text); }
   // The table's text, written in place.
   std::string& FROM() { return from_; }
-  void JOIN(const char* keyword, std::string target);
-  void join_table(const char* keyword, const tab& t);
+  void JOIN(std::string_view keyword, std::string target);
+  void join_table(std::string_view keyword, const tab& t);
   void ON(const CommonExpr& condition);
   void WHERE(const CommonExpr& condition);
   void HAVING(const CommonExpr& condition);
@@ -91,7 +91,7 @@ class SQLQuery {
   // The n-th JOIN and the n-th ON form entry n, whatever order they came
   // in; an ON beyond the joins renders nowhere, but AND/OR still extend it.
   struct Join {
-    const char* keyword = nullptr;  // a literal; null until the entry's JOIN came
+    std::string_view keyword;  // a literal; empty until the entry's JOIN came
     std::string target;
     std::string on;
   };

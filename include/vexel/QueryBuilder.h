@@ -35,7 +35,7 @@ class SQLQuery;
 
 namespace detail {
 /// Room for the statement inside the builder (see ImplSlot).
-constexpr std::size_t kQueryRoom = 544;
+constexpr std::size_t kQueryRoom = 576;
 /// Where the builder keeps its statement.
 using QuerySlot = ImplSlot<SQLQuery, kQueryRoom>;
 }  // namespace detail

@@ -104,7 +104,7 @@ Ptr_CommonExpr text(const Parts&... parts) {
   if (known && total <= sizeof small) {
     internal::Into into{small};
     (write(into, parts), ...);
-    out.assign(small, total);
+    out.append(small, total);  // `out` is a new holder's, empty
     return holder;
   }
   {
@@ -135,7 +135,7 @@ Ptr_CommonExpr int_condition(const col& c, std::string_view op, internal::Span<i
       p = std::to_chars(p, p + 11, values[i]).ptr;
     }
     *p++ = ')';
-    out.assign(small, static_cast<std::size_t>(p - small));
+    out.append(small, static_cast<std::size_t>(p - small));
     return holder;
   }
   // The exact length: a text that fits in place needs no allocation.
