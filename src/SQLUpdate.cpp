@@ -172,7 +172,7 @@ std::string SQLUpdate::render(const Form& form) const {
   }
 
   std::size_t size = 48 + table_name_.size() + where_size();
-  for (const auto& entry : set_values_) size += entry.first.size() + entry.second.size() + 5;
+  size += set_values_.text_size() + 5 * set_values_.size();
   size += returned_.size();
   std::string text;
   {

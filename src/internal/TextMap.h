@@ -64,6 +64,9 @@ class TextMap {
   const_iterator begin() const { return {this, 0}; }
   const_iterator end() const { return {this, count_}; }
   std::size_t size() const { return count_; }
+  // The bytes of every name and value kept, replaced values included: at
+  // least what the entries hold.
+  std::size_t text_size() const { return used_; }
   bool empty() const { return count_ == 0; }
 
  private:
