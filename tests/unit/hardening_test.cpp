@@ -155,8 +155,8 @@ TEST(Hardening, SqlServerMergeOfOtherThanOneRowThrows) {
 }
 
 // DELETE FROM t and UPDATE t SET a = 1 given `condition`, each executed
-// through a copy (copies keep the mode): the level of each log line, then
-// an "X" per statement run.
+// through a copy (copies keep the mode): the level of each log line, an
+// "X" per statement run, then a "-" per Execute that answered false.
 std::string guarded(int code, const vexel::CommonExpr& condition, bool strict) {
   auto conn = fake(code);
   CaptureLog log;
@@ -164,11 +164,10 @@ std::string guarded(int code, const vexel::CommonExpr& condition, bool strict) {
   vexel::UpdateBuilder up(conn);
   del.DELETE_FROM(vexel::tab("t")).set_strict_where(strict).WHERE(condition);
   up.UPDATE(vexel::tab("t")).SET(vexel::col("a"), 1).set_strict_where(strict).WHERE(condition);
-  vexel::DeleteBuilder(del).Execute();
-  vexel::UpdateBuilder(up).Execute();
+  const int refused = !vexel::DeleteBuilder(del).Execute() + !vexel::UpdateBuilder(up).Execute();
   std::string seen;
   for (const std::string& line : log.texts()) seen += line.substr(0, 1);
-  return seen + std::string(conn->statements().size(), 'X');
+  return seen + std::string(conn->statements().size(), 'X') + std::string(refused, '-');
 }
 
 TEST(Hardening, EmptyConditionWarnsAndStrictModeRefuses) {
@@ -179,9 +178,9 @@ TEST(Hardening, EmptyConditionWarnsAndStrictModeRefuses) {
     const vexel::CommonExpr& condition;
     PerDialect lax, strict;
   } cases[] = {
-      {holder, vexel_test::all("44XX"), vexel_test::all("4455")},
-      {blank, vexel_test::all("44XX"), vexel_test::all("4455")},
-      {now, {"XX", "XX", "44XX", "44XX"}, {"XX", "XX", "4455", "4455"}},
+      {holder, vexel_test::all("44XX"), vexel_test::all("4455--")},
+      {blank, vexel_test::all("44XX"), vexel_test::all("4455--")},
+      {now, {"XX", "XX", "44XX", "44XX"}, {"XX", "XX", "4455--", "4455--"}},
   };
   for (const auto& tc : cases) {
     for (int code : vexel_test::kDialects) {
@@ -191,7 +190,7 @@ TEST(Hardening, EmptyConditionWarnsAndStrictModeRefuses) {
   }
   // The process-wide switch makes every builder strict.
   EXPECT_FALSE(vexel::set_strict_where_default(true));
-  EXPECT_EQ(guarded(7, blank, false), "4455");
+  EXPECT_EQ(guarded(7, blank, false), "4455--");
   EXPECT_TRUE(vexel::set_strict_where_default(false));
 }
 
@@ -237,6 +236,21 @@ TEST(Hardening, TextsPastTheirRoomInPlace) {
   q.WHERE(vexel::col("c") == vexel::SQLValue(vexel::SafeValue(x)));
   EXPECT_EQ(q.tosql(), "SELECT " + a + " , " + b + " FROM " + named + " JOIN " + named +
                            " WHERE c = '" + x + "'");
+  // A WHERE condition and INSERT rows that start in place and outgrow it.
+  const std::string v(80, 'v');
+  vexel::QueryBuilder grown(fake(2));
+  grown.FROM(vexel::tab("t"))
+      .WHERE(vexel::col("c") == 1)
+      .AND(vexel::col("d") == vexel::SQLValue(v));
+  EXPECT_EQ(grown.tosql(), "SELECT  FROM t WHERE c = 1 AND d = '" + v + "'");
+  vexel::InsertBuilder rows(fake(2));
+  rows.INSERT_INTO(vexel::tab("t")).COLUMNS({vexel::col("a")});
+  std::string listed;
+  for (int k = 0; k < 8; ++k) {
+    rows.VALUES({vexel::SQLValue(std::string(10, static_cast<char>('a' + k)))});
+    listed += (k > 0 ? ",('" : "('") + std::string(10, static_cast<char>('a' + k)) + "')";
+  }
+  EXPECT_EQ(rows.tosql(), "INSERT INTO t(a) VALUES" + listed);
   std::string sevens = "7";
   for (int k = 1; k < 20; ++k) sevens += ",7";
   EXPECT_EQ(vexel::col("k").in(std::vector<int>(20, 7)).GetExpr(tessel::DB_POSTGRESQL),
