@@ -31,12 +31,17 @@ class ImplSlot {
   explicit operator bool() const { return p_ != nullptr; }
 
   /// Builds a `T` (a class derived from Impl) in place when it fits, else
-  /// on the heap; empty when the heap has no room.
+  /// on the heap; empty when memory runs out, which the builders report
+  /// instead of throwing.
   template <typename T, typename... Args>
   void emplace(Args&&... args) {
     reset();
     if constexpr (sizeof(T) <= Size && alignof(T) <= alignof(std::max_align_t)) {
-      p_ = ::new (static_cast<void*>(room_)) T(std::forward<Args>(args)...);
+      try {
+        p_ = ::new (static_cast<void*>(room_)) T(std::forward<Args>(args)...);
+      } catch (const std::bad_alloc&) {
+        return;  // a copy that ran out of memory leaves the slot empty
+      }
       destroy_ = [](Impl* p) noexcept { static_cast<T*>(p)->~T(); };
       in_place_ = true;
     } else {
