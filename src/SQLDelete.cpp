@@ -1,6 +1,5 @@
 #include "SQLDelete.h"
 
-#include <cstdint>
 #include <cstring>
 
 #include "internal/Facade.h"
@@ -52,14 +51,5 @@ void place(detail::DeleteSlot& slot, tessel::DBTYPE db, const SQLDelete& other) 
 std::shared_ptr<SQLDelete> copy_delete(tessel::DBTYPE db, const SQLDelete& other) {
   return internal::make_dialect<PGDelete, SQLiteDelete, SQLServerDelete, SQLDelete>(db, other);
 }
-
-// Builders are made per statement: the implementation is meant to fit in
-// the builder, not to fall back to the heap.
-#if defined(__GLIBCXX__) && UINTPTR_MAX == UINT64_MAX
-static_assert(sizeof(PGDelete) <= detail::kDeleteRoom &&
-                  sizeof(SQLiteDelete) <= detail::kDeleteRoom &&
-                  sizeof(SQLServerDelete) <= detail::kDeleteRoom,
-              "the statement no longer fits in its builder");
-#endif
 
 }  // namespace vexel

@@ -1,7 +1,5 @@
 #include "SQLInsert.h"
 
-#include <cstdint>
-
 #include "internal/Facade.h"
 #include "internal/Text.h"
 #include "postgres/PGInsert.h"
@@ -231,14 +229,5 @@ void place(detail::InsertSlot& slot, tessel::DBTYPE db, const SQLInsert& other) 
 std::shared_ptr<SQLInsert> copy_insert(tessel::DBTYPE db, const SQLInsert& other) {
   return internal::make_dialect<PGInsert, SQLiteInsert, SQLServerInsert, SQLInsert>(db, other);
 }
-
-// Builders are made per statement: the implementation is meant to fit in
-// the builder, not to fall back to the heap.
-#if defined(__GLIBCXX__) && UINTPTR_MAX == UINT64_MAX
-static_assert(sizeof(PGInsert) <= detail::kInsertRoom &&
-                  sizeof(SQLiteInsert) <= detail::kInsertRoom &&
-                  sizeof(SQLServerInsert) <= detail::kInsertRoom,
-              "the statement no longer fits in its builder");
-#endif
 
 }  // namespace vexel

@@ -1,7 +1,6 @@
 #include "SQLQuery.h"
 
 #include <algorithm>
-#include <cstdint>
 #include <cstring>
 #include <utility>
 
@@ -235,13 +234,5 @@ void place(detail::QuerySlot& slot, tessel::DBTYPE db, const SQLQuery& other) {
 std::shared_ptr<SQLQuery> copy_query(tessel::DBTYPE db, const SQLQuery& other) {
   return internal::make_dialect<PGQuery, SQLiteQuery, SQLServerQuery, SQLQuery>(db, other);
 }
-
-// Builders are made per statement: the implementation is meant to fit in
-// the builder, not to fall back to the heap.
-#if defined(__GLIBCXX__) && UINTPTR_MAX == UINT64_MAX
-static_assert(sizeof(PGQuery) <= detail::kQueryRoom && sizeof(SQLiteQuery) <= detail::kQueryRoom &&
-                  sizeof(SQLServerQuery) <= detail::kQueryRoom,
-              "the statement no longer fits in its builder");
-#endif
 
 }  // namespace vexel

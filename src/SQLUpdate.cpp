@@ -1,6 +1,5 @@
 #include "SQLUpdate.h"
 
-#include <cstdint>
 #include <map>
 
 #include "internal/Facade.h"
@@ -215,14 +214,5 @@ void place(detail::UpdateSlot& slot, tessel::DBTYPE db, const SQLUpdate& other) 
 std::shared_ptr<SQLUpdate> copy_update(tessel::DBTYPE db, const SQLUpdate& other) {
   return internal::make_dialect<PGUpdate, SQLiteUpdate, SQLServerUpdate, SQLUpdate>(db, other);
 }
-
-// Builders are made per statement: the implementation is meant to fit in
-// the builder, not to fall back to the heap.
-#if defined(__GLIBCXX__) && UINTPTR_MAX == UINT64_MAX
-static_assert(sizeof(PGUpdate) <= detail::kUpdateRoom &&
-                  sizeof(SQLiteUpdate) <= detail::kUpdateRoom &&
-                  sizeof(SQLServerUpdate) <= detail::kUpdateRoom,
-              "the statement no longer fits in its builder");
-#endif
 
 }  // namespace vexel

@@ -28,22 +28,7 @@ void tab::set_schema_name(const std::string& name) {
 }
 
 std::string tab::table_name() const {
-  const std::size_t size =
-      (schema_name_.empty() ? 0 : schema_name_.size() + 1) + table_name_.size();
-  char small[64];
-  if (size <= sizeof small) {
-    // Put together on the stack and copied once.
-    char* p = small;
-    if (!schema_name_.empty()) {
-      detail::copy_bytes(p, schema_name_.data(), schema_name_.size());
-      p += schema_name_.size();
-      *p++ = '.';
-    }
-    detail::copy_bytes(p, table_name_.data(), table_name_.size());
-    return std::string(small, size);
-  }
   std::string text;
-  text.reserve(schema_name_.size() + 1 + table_name_.size());
   internal::append_table(text, *this);
   return text;
 }

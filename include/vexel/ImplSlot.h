@@ -8,6 +8,7 @@
 #define VEXEL_IMPLSLOT_H
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <new>
 #include <utility>
@@ -45,6 +46,10 @@ class ImplSlot {
       destroy_ = [](Impl* p) noexcept { static_cast<T*>(p)->~T(); };
       in_place_ = true;
     } else {
+#if defined(__GLIBCXX__) && UINTPTR_MAX == UINT64_MAX
+      // Builders are made per statement: here the statement is meant to fit.
+      static_assert(sizeof(T) <= Size, "the statement no longer fits in its builder");
+#endif
       try {
         shared_ = std::make_shared<T>(std::forward<Args>(args)...);
       } catch (const std::bad_alloc&) {
