@@ -15,19 +15,17 @@ SQLDelete::SQLDelete(const std::shared_ptr<tessel::CConnect>& conn) : db_conn_(c
 }
 
 std::string SQLDelete::render(const Form& form) const {
-  std::size_t from = 0;
+  std::string_view table = table_name_.view();
   if (form.drop_schema) {
-    const void* dot = std::memchr(table_name_.data(), '.', table_name_.size());
-    if (dot != nullptr)
-      from = static_cast<std::size_t>(static_cast<const char*>(dot) - table_name_.data()) + 1;
+    const void* dot = std::memchr(table.data(), '.', table.size());
+    if (dot != nullptr) table.remove_prefix(static_cast<const char*>(dot) - table.data() + 1);
   }
-  std::string text;
-  {
-    internal::Fill sql(text, 40 + table_name_.size() + where_size() + returned_.size());
-    sql.append("DELETE FROM ").append(table_name_, from, std::string::npos);
-    put_where_returning(sql, returned_, form.output_ref);
-  }
-  return text;
+  // The keywords take 31 bytes at most.
+  return internal::bounded_text(40 + table.size() + where_size() + returned_.size(),
+                                [&](auto& sql) {
+                                  sql.append("DELETE FROM ").append(table);
+                                  put_where_returning(sql, returned_, form.output_ref);
+                                });
 }
 
 bool SQLDelete::run(const Form& form, internal::ConnOp op, const internal::Site& site) {

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "internal/Execution.h"
+#include "internal/ShortText.h"
 #include "internal/Text.h"
 #include "internal/WhereClause.h"
 #include "tessel/CConnect.h"
@@ -31,9 +32,8 @@ class SQLDelete : public internal::WhereClause {
 
   tessel::DBTYPE db_type() const { return db_type_; }
 
-  void DELETE_FROM(std::string table_name) { table_name_ = std::move(table_name); }
   // The table's text, written in place.
-  std::string& DELETE_FROM() { return table_name_; }
+  internal::ShortText<48>& DELETE_FROM() { return table_name_; }
   void RETURNING(internal::Span<col> cols, tessel::DBTYPE db) { returned_.add(cols, db); }
 
   // How one dialect writes the statement.
@@ -50,7 +50,7 @@ class SQLDelete : public internal::WhereClause {
   bool run(const Form& form, internal::ConnOp op, const internal::Site& site);
 
  private:
-  std::string table_name_;
+  internal::ShortText<48> table_name_;
   internal::ColumnTexts returned_;
   tessel::DBTYPE db_type_ = tessel::DB_POSTGRESQL;
   std::shared_ptr<tessel::CConnect> db_conn_;

@@ -62,7 +62,7 @@ void SQLInsert::VALUES(internal::Span<SQLValue> row) {
 }
 
 void SQLInsert::SET(const col& c, tessel::DBTYPE db, std::string_view value_text) {
-  set_values_.set(internal::ColumnName(c, db), value_text);
+  set_values_.set(c, db, value_text);
 }
 
 void SQLInsert::ON_CONFLICT(internal::Span<col> cols, tessel::DBTYPE db) {
@@ -88,7 +88,7 @@ std::string SQLInsert::upsert_text() const {
 
 void SQLInsert::write_upsert(internal::Fill& sql) const {
   // No blank before "(" nor after " VALUES": hosts compare the text.
-  sql.append("INSERT INTO ").append(table_name_).append("(").append(columns_).append(")");
+  sql.append("INSERT INTO ").append(table_name_.view()).append("(").append(columns_).append(")");
   if (select_.empty()) {
     sql.append(" VALUES").append(rows_.view());
   } else if (db_type_ == tessel::DB_SQLITE && !conflict_columns_.empty()) {
@@ -132,7 +132,7 @@ std::string SQLInsert::sqlserver_text() const {
 
 void SQLInsert::write_sqlserver(internal::Fill& sql) const {
   if (conflict_columns_.empty()) {
-    sql.append("INSERT INTO ").append(table_name_).append("(").append(columns_).append(")");
+    sql.append("INSERT INTO ").append(table_name_.view()).append("(").append(columns_).append(")");
     // Capital "Inserted." here, "inserted." in MERGE: both are what hosts expect.
     if (!returning_columns_.empty()) {
       sql += " OUTPUT ";
@@ -154,7 +154,7 @@ void SQLInsert::write_sqlserver(internal::Fill& sql) const {
     // callers catch this exact text, misspelling included.
     throw std::string("invaild param, values size = ") + std::to_string(row_count_);
   }
-  sql.append("MERGE INTO ").append(table_name_);
+  sql.append("MERGE INTO ").append(table_name_.view());
   sql.append(" USING (VALUES")
       .append(rows_.view())
       .append(") AS Excluded(")
@@ -170,7 +170,7 @@ void SQLInsert::put_merge_tail(internal::Fill& sql, std::string_view inserted) c
   for (std::size_t i = 0; i < conflict_columns_.count(); ++i) {
     if (i > 0) sql += " AND ";
     const std::string_view name = conflict_columns_[i];
-    sql.append(table_name_).append(".").put(name.data(), name.size());
+    sql.append(table_name_.view()).append(".").put(name.data(), name.size());
     sql.append(" = Excluded.").put(name.data(), name.size());
   }
   sql += ")";
@@ -193,7 +193,7 @@ void SQLInsert::put_merge_tail(internal::Fill& sql, std::string_view inserted) c
 
 // A MERGE whose source is a query: its rows arrive as Excluded.
 void SQLInsert::write_merge_select(internal::Fill& sql) const {
-  sql.append("MERGE INTO ").append(table_name_);
+  sql.append("MERGE INTO ").append(table_name_.view());
   sql.append(" USING (").append(select_).append(") AS Excluded(").append(columns_).append(")");
   put_merge_tail(sql, "(" + excluded_columns_ + ")");
 }

@@ -43,9 +43,8 @@ class SQLInsert : public internal::WhereClause {
   };
 
   // Columns are given with the dialect they render in, and kept as text.
-  void INSERT_INTO(std::string table_name) { table_name_ = std::move(table_name); }
   // The table's text, written in place.
-  std::string& INSERT_INTO() { return table_name_; }
+  internal::ShortText<48>& INSERT_INTO() { return table_name_; }
   void COLUMNS(internal::Span<col> cols, tessel::DBTYPE db);
   void VALUES(internal::Span<SQLValue> row);
   void SELECT(const std::string& query) { select_ = query; }
@@ -74,7 +73,7 @@ class SQLInsert : public internal::WhereClause {
   std::string select_;            // INSERT ... SELECT, in place of the rows
   std::string columns_;           // "a,b"
   std::string excluded_columns_;  // "Excluded.a,Excluded.b", for a MERGE from a query
-  std::string table_name_;
+  internal::ShortText<48> table_name_;
   internal::ColumnTexts conflict_columns_;
   internal::ColumnTexts returning_columns_;
   // By column text: SET targets render in that order.

@@ -101,7 +101,7 @@ std::string SQLUpdate::join_values_piece() const {
   for (std::size_t i = 0; i < e.batch_conditions.size(); ++i) {
     if (i > 0) condition += " AND ";
     const std::string name = e.batch_conditions[i].col_name();
-    condition.append(table_name_).append(".").append(name).append("=tmp.").append(name);
+    condition.append(table_name_.view()).append(".").append(name).append("=tmp.").append(name);
   }
   return sets + " FROM " + values + " AS " + alias + " WHERE " + condition + ", ";
 }
@@ -167,22 +167,22 @@ std::string SQLUpdate::render(const Form& form) const {
   }
   // "UPDATE t" + the column name with no blank: the short form hosts use.
   if (form.column_form && e != nullptr && !e->update_column.empty()) {
-    return "UPDATE " + table_name_ + e->update_column;
+    return "UPDATE " + std::string(table_name_.view()) + e->update_column;
   }
 
+  // At least what is written without the rare pieces: the keywords, " = "
+  // and ", " per assignment, and the returned columns with a reference.
   std::size_t size = 48 + table_name_.size() + where_size();
   size += set_values_.text_size() + 5 * set_values_.size();
   size += returned_.size();
-  std::string text;
-  {
-    internal::Fill sql(text, size);
-    sql.append("UPDATE ").append(table_name_).append(" SET ");
+  auto write = [&](auto& sql) {
+    sql.append("UPDATE ").append(table_name_.view()).append(" SET ");
     for (const auto& entry : set_values_) {
       sql.append(entry.first).append(" = ").append(entry.second).append(", ");
     }
-    if (form.batch != Batch::kIgnored) {
-      if (e != nullptr && !e->union_sets.empty()) sql += union_piece(form);
-      if (e != nullptr && !e->batch_sets.empty()) {
+    if (form.batch != Batch::kIgnored && e != nullptr) {
+      if (!e->union_sets.empty()) sql += union_piece(form);
+      if (!e->batch_sets.empty()) {
         sql += form.batch == Batch::kJoinValues ? join_values_piece() : case_piece();
       }
     }
@@ -191,6 +191,13 @@ std::string SQLUpdate::render(const Form& form) const {
     sql.drop(2);
 
     put_where_returning(sql, returned_, form.output_ref);
+  };
+  if (e == nullptr) return internal::bounded_text(size, write);
+  // The rare pieces are not counted: only a Fill makes room as it goes.
+  std::string text;
+  {
+    internal::Fill sql(text, size);
+    write(sql);
   }
   return text;
 }

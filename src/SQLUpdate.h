@@ -11,6 +11,7 @@
 
 #include "internal/Execution.h"
 #include "internal/Rare.h"
+#include "internal/ShortText.h"
 #include "internal/Text.h"
 #include "internal/TextMap.h"
 #include "internal/WhereClause.h"
@@ -34,13 +35,15 @@ class SQLUpdate : public internal::WhereClause {
 
   tessel::DBTYPE db_type() const { return db_type_; }
 
-  void UPDATE(std::string table_name) { table_name_ = std::move(table_name); }
   // The table's text, written in place.
-  std::string& UPDATE() { return table_name_; }
+  internal::ShortText<48>& UPDATE() { return table_name_; }
   void UPDATE_COLUMN(const std::string& name) { extra_.get().update_column = name; }
   // Keyed by name: a later SET of a column replaces it, and the list
   // renders in name order.
-  void SET(std::string_view name, std::string_view value) { set_values_.set(name, value); }
+  // Keyed by the column's text in dialect `db`.
+  void SET(const col& c, tessel::DBTYPE db, std::string_view value) {
+    set_values_.set(c, db, value);
+  }
   void RETURNING(internal::Span<col> cols, tessel::DBTYPE db) { returned_.add(cols, db); }
   void VACUUM(const std::vector<std::string>& tables) {
     append(extra_.get().vacuum_tables, tables);
@@ -90,7 +93,7 @@ class SQLUpdate : public internal::WhereClause {
   std::string join_values_piece() const;
   std::string case_piece() const;
 
-  std::string table_name_;
+  internal::ShortText<48> table_name_;
   internal::ColumnTexts returned_;
   internal::TextMap set_values_;
   // The clauses few statements have.

@@ -70,26 +70,25 @@ UpdateBuilder& UpdateBuilder::UPDATE(const col& c) {
 UpdateBuilder& UpdateBuilder::SET(const col& c, const SQLValue& v) {
   if (SQLUpdate* b = VEXEL_IMPL()) {
     std::string scratch;
-    b->SET(internal::ColumnName(c, db_type_), internal::ValueText::view(v, db_type_, scratch));
+    b->SET(c, db_type_, internal::ValueText::view(v, db_type_, scratch));
   }
   return *this;
 }
 
 UpdateBuilder& UpdateBuilder::SET(const col& c, const col& value) {
   if (SQLUpdate* b = VEXEL_IMPL()) {
-    b->SET(internal::ColumnName(c, db_type_), internal::ColumnName(value, db_type_));
+    b->SET(c, db_type_, internal::ColumnName(value, db_type_));
   }
   return *this;
 }
 
 UpdateBuilder& UpdateBuilder::SET(const col& c, const CommonExpr& e) {
-  if (SQLUpdate* b = VEXEL_IMPL()) b->SET(internal::column_text(c, db_type_), e.GetExpr(db_type_));
+  if (SQLUpdate* b = VEXEL_IMPL()) b->SET(c, db_type_, e.GetExpr(db_type_));
   return *this;
 }
 
 UpdateBuilder& UpdateBuilder::SET(const col& c, const QueryBuilder& q) {
-  if (SQLUpdate* b = VEXEL_IMPL())
-    b->SET(internal::column_text(c, db_type_), "(" + q.tosql() + ")");
+  if (SQLUpdate* b = VEXEL_IMPL()) b->SET(c, db_type_, "(" + q.tosql() + ")");
   return *this;
 }
 
@@ -110,7 +109,7 @@ UpdateBuilder& UpdateBuilder::SET(const col& c,
     VEXEL_LOG(5, "[%s]no value for db_type %d.[%s(%d)]", static_cast<int>(db_type_));
     return *this;
   }
-  b->SET(internal::column_text(c, db_type_), SQLExpr(it->second).GetExpr(db_type_));
+  b->SET(c, db_type_, SQLExpr(it->second).GetExpr(db_type_));
   return *this;
 }
 

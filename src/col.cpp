@@ -6,12 +6,11 @@
 
 namespace vexel {
 
-col::col(const std::string& name) : parts_({}, {}, name) {}
+col::col(const std::string& name) : parts_(name) {}
 col::col(const char* name)
-    : parts_({}, {}, name != nullptr ? std::string_view(name) : std::string_view()) {}
+    : parts_(name != nullptr ? std::string_view(name) : std::string_view()) {}
 col::col(const col& other, const tessel::DBTYPE& db) : col(other) { db_type_ = db; }
-col::col(const CommonExpr& e, const tessel::DBTYPE& db)
-    : db_type_(db), parts_({}, {}, e.GetExpr(db)) {}
+col::col(const CommonExpr& e, const tessel::DBTYPE& db) : db_type_(db), parts_(e.GetExpr(db)) {}
 
 std::string col::plain_text(bool drop_schema) const {
   std::string text;

@@ -53,6 +53,12 @@ class VEXEL_API ColumnParts {
   enum Part { kSchema = 0, kTable = 1, kName = 2, kOrder = 3 };
 
   ColumnParts() = default;
+  /// Only a name: the usual column.
+  explicit ColumnParts(std::string_view name) {
+    reserve(name.size());
+    put(data(), name);
+    size_[kName] = static_cast<std::uint32_t>(name.size());
+  }
   /// The given schema, table and name, no ordering.
   ColumnParts(std::string_view schema, std::string_view table, std::string_view name) {
     const std::size_t total = schema.size() + table.size() + name.size();
@@ -84,7 +90,7 @@ class VEXEL_API ColumnParts {
     return *this;
   }
   ///@}
-  ~ColumnParts() { release(); }
+  ~ColumnParts() { delete[] heap_; }
 
   /// The text of one part.
   std::string_view get(Part k) const { return {data() + offset(k), size_[k]}; }
@@ -127,17 +133,11 @@ class VEXEL_API ColumnParts {
 
   // Room for `n` bytes, keeping what is held.
   void reserve(std::size_t n) {
-    if (n <= capacity_) return;
-    // Sizes are kept in 32 bits, as a string would refuse what it cannot hold.
-    if (n > UINT32_MAX / 2) throw std::length_error("vexel::col: text too long");
-    std::size_t room = 2 * static_cast<std::size_t>(capacity_);
-    if (room < n) room = n;
-    char* bigger = new char[room];
-    put(bigger, std::string_view(data(), total()));
-    delete[] heap_;
-    heap_ = bigger;
-    capacity_ = static_cast<std::uint32_t>(room);
+    if (n > capacity_) grow(n);
   }
+  // reserve past the room held; out of line, so that the usual short
+  // column is made without it.
+  void grow(std::size_t n);
   // Replaces `drop` bytes at `at` within part k by `text`. The text may lie
   // in this very buffer (a part set from another of the same column).
   void splice(Part k, std::size_t at, std::size_t drop, std::string_view text) {

@@ -29,7 +29,7 @@ class SQLDelete;
 
 namespace detail {
 /// Room for the statement inside the builder (see ImplSlot).
-constexpr std::size_t kDeleteRoom = 208;
+constexpr std::size_t kDeleteRoom = 304;
 /// Where the builder keeps its statement.
 using DeleteSlot = ImplSlot<SQLDelete, kDeleteRoom>;
 }  // namespace detail

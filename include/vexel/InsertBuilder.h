@@ -32,7 +32,7 @@ class SQLInsert;
 
 namespace detail {
 /// Room for the statement inside the builder (see ImplSlot).
-constexpr std::size_t kInsertRoom = 736;
+constexpr std::size_t kInsertRoom = 880;
 /// Where the builder keeps its statement.
 using InsertSlot = ImplSlot<SQLInsert, kInsertRoom>;
 }  // namespace detail

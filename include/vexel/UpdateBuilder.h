@@ -33,7 +33,7 @@ class SQLUpdate;
 
 namespace detail {
 /// Room for the statement inside the builder (see ImplSlot).
-constexpr std::size_t kUpdateRoom = 416;
+constexpr std::size_t kUpdateRoom = 512;
 /// Where the builder keeps its statement.
 using UpdateSlot = ImplSlot<SQLUpdate, kUpdateRoom>;
 }  // namespace detail

@@ -39,6 +39,14 @@ struct Value {
   const SQLValue& v;
   tessel::DBTYPE db;
 };
+// An integer's digits, as SQLValue writes them, without a SQLValue.
+struct Digits {
+  template <typename T>
+  explicit Digits(T v)
+      : n(static_cast<std::size_t>(std::to_chars(buf, buf + sizeof buf, v).ptr - buf)) {}
+  char buf[24];
+  std::size_t n;
+};
 
 std::size_t size_of(std::string_view s) { return s.size(); }
 template <std::size_t N>
@@ -47,6 +55,7 @@ constexpr std::size_t size_of(const char (&)[N]) {
 }
 std::size_t size_of(const Name& n) { return internal::ColumnText::name_size(n.c); }
 std::size_t size_of(const Value& v) { return internal::ValueText::size(v.v); }
+std::size_t size_of(const Digits& d) { return d.n; }
 
 void put(internal::Fill& f, std::string_view s) { f.put(s.data(), s.size()); }
 template <std::size_t N>
@@ -55,6 +64,7 @@ void put(internal::Fill& f, const char (&s)[N]) {
 }
 void put(internal::Fill& f, const Name& n) { internal::ColumnText::put_name(f, n.c); }
 void put(internal::Fill& f, const Value& v) { internal::ValueText::put(f, v.v, v.db); }
+void put(internal::Fill& f, const Digits& d) { f.put(d.buf, d.n); }
 
 // The exact length of a part, or kUnknown when only writing it tells: a
 // subclass may name or render itself otherwise.
@@ -71,6 +81,7 @@ std::size_t exact_size(const Value& v) {
   const std::string* text = internal::ValueText::fixed(v.v);
   return text != nullptr ? text->size() : kUnknown;
 }
+std::size_t exact_size(const Digits& d) { return d.n; }
 
 // Parts whose exact length is known, written without a check per piece.
 void write(internal::Into& to, std::string_view s) { to.put(s.data(), s.size()); }
@@ -83,6 +94,7 @@ void write(internal::Into& to, const Value& v) {
   const std::string* text = internal::ValueText::fixed(v.v);
   to.put(text->data(), text->size());
 }
+void write(internal::Into& to, const Digits& d) { to.put(d.buf, d.n); }
 
 // A finished condition: its parts appended once into one text, kept in the
 // holder without a node. A short one is put together on the stack and
@@ -164,14 +176,27 @@ constexpr std::string_view kNotIn = " NOT IN (";
 }  // namespace
 
 // Numbers are formatted exactly as SQLValue formats them.
-Ptr_CommonExpr col::operator==(const short& v) const { return eq(SQLValue(v)); }
-Ptr_CommonExpr col::operator==(const unsigned short& v) const { return eq(SQLValue(v)); }
-Ptr_CommonExpr col::operator==(const int& v) const { return eq(SQLValue(v)); }
-Ptr_CommonExpr col::operator==(const unsigned int& v) const { return eq(SQLValue(v)); }
-Ptr_CommonExpr col::operator==(const long& v) const { return eq(SQLValue(v)); }
-Ptr_CommonExpr col::operator==(const unsigned long& v) const { return eq(SQLValue(v)); }
-Ptr_CommonExpr col::operator==(const long long& v) const { return eq(SQLValue(v)); }
-Ptr_CommonExpr col::operator==(const unsigned long long& v) const { return eq(SQLValue(v)); }
+// Narrow values widen to int, as in SQLValue.
+Ptr_CommonExpr col::operator==(const short& v) const {
+  return text(Name{*this}, " = ", Digits(static_cast<int>(v)));
+}
+Ptr_CommonExpr col::operator==(const unsigned short& v) const {
+  return text(Name{*this}, " = ", Digits(static_cast<int>(v)));
+}
+Ptr_CommonExpr col::operator==(const int& v) const { return text(Name{*this}, " = ", Digits(v)); }
+Ptr_CommonExpr col::operator==(const unsigned int& v) const {
+  return text(Name{*this}, " = ", Digits(v));
+}
+Ptr_CommonExpr col::operator==(const long& v) const { return text(Name{*this}, " = ", Digits(v)); }
+Ptr_CommonExpr col::operator==(const unsigned long& v) const {
+  return text(Name{*this}, " = ", Digits(v));
+}
+Ptr_CommonExpr col::operator==(const long long& v) const {
+  return text(Name{*this}, " = ", Digits(v));
+}
+Ptr_CommonExpr col::operator==(const unsigned long long& v) const {
+  return text(Name{*this}, " = ", Digits(v));
+}
 Ptr_CommonExpr col::operator==(const float& v) const { return eq(SQLValue(v)); }
 Ptr_CommonExpr col::operator==(const double& v) const { return eq(SQLValue(v)); }
 Ptr_CommonExpr col::operator==(const std::string& s) const { return eq(SQLValue(s)); }

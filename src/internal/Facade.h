@@ -6,6 +6,7 @@
 
 #include <memory>
 #include <new>
+#include <type_traits>
 
 #include "internal/Log.h"
 #include "tessel/CConnect.h"
@@ -84,16 +85,11 @@ std::shared_ptr<Impl> make_dialect(tessel::DBTYPE db, const Arg& arg) {
 
 void log_no_implementation(const Site& site);
 
-// `p`, or null after "ptr_builder_ is nullptr" at level 5 on behalf of `site`.
+// Null, after "ptr_builder_ is nullptr" at level 5 on behalf of `site`.
 template <typename Impl>
-Impl* checked(const std::shared_ptr<Impl>& p, const Site& site) {
-  if (!p) log_no_implementation(site);
-  return p.get();
-}
-template <typename Impl, std::size_t N>
-Impl* checked(const detail::ImplSlot<Impl, N>& p, const Site& site) {
-  if (!p) log_no_implementation(site);
-  return p.get();
+Impl* missing(const Site& site) {
+  log_no_implementation(site);
+  return nullptr;
 }
 
 }  // namespace internal
@@ -101,6 +97,10 @@ Impl* checked(const detail::ImplSlot<Impl, N>& p, const Site& site) {
 
 // The calling facade operation's implementation, or null after the
 // "ptr_builder_ is nullptr" line under the caller's name.
-#define VEXEL_IMPL() ::vexel::internal::checked(ptr_builder_, VEXEL_SITE)
+// The site is only made on the way to the log line.
+#define VEXEL_IMPL()                                                                               \
+  (ptr_builder_ ? ptr_builder_.get()                                                               \
+                : ::vexel::internal::missing<std::remove_pointer_t<decltype(ptr_builder_.get())>>( \
+                      VEXEL_SITE))
 
 #endif  // VEXEL_INTERNAL_FACADE_H

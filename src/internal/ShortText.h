@@ -27,6 +27,9 @@ class ShortText {
   }
   void append(std::string_view s) { append(s.data(), s.size()); }
   void append(char c) { append(&c, 1); }
+  // The same, for the writers that put pieces into a sink.
+  void put(const char* s, std::size_t n) { append(s, n); }
+  void put(char c) { append(c); }
 
   std::string_view view() const {
     return heap_.empty() ? std::string_view(local_, size_) : std::string_view(heap_);

@@ -119,7 +119,7 @@ std::string column_text(const col& c, tessel::DBTYPE db) {
 
 void ColumnTexts::add(Span<col> cols, tessel::DBTYPE db) {
   for (const col& c : cols) {
-    ColumnText::append(text_, c, db);
+    ColumnText::put(text_, c, db, db == tessel::DB_SQLITE);
     if (count_ < kInline) {
       ends_[count_] = text_.size();
     } else {
@@ -133,26 +133,29 @@ bool ColumnTexts::listed(const char* ref) const {
   return count_ > 1 || (count_ == 1 && (*ref != '\0' || !text_.empty()));
 }
 
-void ColumnTexts::put(Fill& out, const char* ref) const {
+template <typename Sink>
+void ColumnTexts::put(Sink& out, const char* ref) const {
   if (*ref == '\0') {
     // The names as they are kept, between commas.
     std::size_t from = 0;
     for (std::size_t i = 0; i < count_; ++i) {
       if (i > 0) out.put(',');
       const std::size_t to = end(i);
-      out.put(text_.data() + from, to - from);
+      out.put(text_.view().data() + from, to - from);
       from = to;
     }
     return;
   }
   const std::size_t ref_size = std::strlen(ref);
   for (std::size_t i = 0; i < count_; ++i) {
-    if (i > 0) out += ',';
+    if (i > 0) out.put(',');
     const std::string_view name = (*this)[i];
     out.put(ref, ref_size);
     out.put(name.data(), name.size());
   }
 }
+template void ColumnTexts::put(Fill&, const char*) const;
+template void ColumnTexts::put(Into&, const char*) const;
 
 std::string join_names(Span<col> cols, tessel::DBTYPE db) { return join(cols, db, false); }
 

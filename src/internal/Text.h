@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "internal/Fill.h"
+#include "internal/ShortText.h"
 #include "internal/Span.h"
 #include "vexel/SQLValue.h"
 #include "vexel/col.h"
@@ -34,6 +35,15 @@ inline void assign_table(std::string& out, const tab& t) {
   out.clear();
   append_table(out, t);
 }
+template <std::size_t N>
+void assign_table(ShortText<N>& out, const tab& t) {
+  out.clear();
+  if (!t.schema_name().empty()) {
+    out.append(t.schema_name());
+    out.append('.');
+  }
+  out.append(t.get_only_table_name());
+}
 std::string view_text(const view& v, tessel::DBTYPE db);
 std::string column_text(const col& c, tessel::DBTYPE db);
 
@@ -46,9 +56,39 @@ struct Into {
     p += n;
   }
   void put(char c) { *p++ = c; }
+  Into& append(std::string_view s) {
+    put(s.data(), s.size());
+    return *this;
+  }
+  Into& operator+=(std::string_view s) { return append(s); }
+  Into& operator+=(char c) {
+    put(c);
+    return *this;
+  }
+  // Takes back the last `n` bytes written, or all of them.
+  void drop(std::size_t n) { p -= n < size() ? n : size(); }
   // The length written so far.
   std::size_t size() const { return static_cast<std::size_t>(p - begin); }
 };
+
+// The text `write(sink)` writes, given that it writes at most `bound`
+// bytes: a short one on the stack without a check per piece and copied
+// once, a longer one through a Fill.
+template <typename Write>
+std::string bounded_text(std::size_t bound, Write write) {
+  char small[512];
+  if (bound <= sizeof small) {
+    Into into{small};
+    write(into);
+    return std::string(small, into.size());
+  }
+  std::string text;
+  {
+    Fill fill(text, bound);
+    write(fill);
+  }
+  return text;
+}
 
 // A column's text as a plain copy of it in dialect `db` renders it
 // (col(c, db).col_name(), and to_order()), appended without the copy.
@@ -226,10 +266,13 @@ class ColumnTexts {
   std::size_t count() const { return count_; }
   std::string_view operator[](std::size_t i) const {
     const std::size_t from = i == 0 ? 0 : end(i - 1);
-    return std::string_view(text_).substr(from, end(i) - from);
+    return text_.view().substr(from, end(i) - from);
   }
   bool listed(const char* ref) const;
-  void put(Fill& out, const char* ref) const;
+  // The names joined by ",", each after `ref` (Fill or Into).
+  template <typename Sink>
+  void put(Sink& out, const char* ref) const;
+  // At least what put writes with a reference of up to 9 bytes.
   std::size_t size() const { return text_.size() + 10 * count_; }
 
  private:
@@ -238,7 +281,7 @@ class ColumnTexts {
   static constexpr std::size_t kInline = 4;
   std::size_t end(std::size_t i) const { return i < kInline ? ends_[i] : more_ends_[i - kInline]; }
 
-  std::string text_;
+  ShortText<32> text_;
   std::size_t count_ = 0;
   std::size_t ends_[kInline] = {};
   std::vector<std::size_t> more_ends_;

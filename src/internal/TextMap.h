@@ -13,6 +13,7 @@
 #include <utility>
 #include <vector>
 
+#include "internal/Text.h"
 #include "vexel/ColumnParts.h"
 
 namespace vexel {
@@ -22,25 +23,13 @@ class TextMap {
  public:
   using Entry = std::pair<std::string_view, std::string_view>;
 
-  void set(std::string_view name, std::string_view value) {
-    std::size_t at = 0;
-    while (at < count_ && view(slot(at).name) < name) ++at;
-    if (at < count_ && view(slot(at).name) == name) {
-      // The old value's bytes stay behind, unused: replacing is rare.
-      slot(at).value = store(value);
-      return;
-    }
-    Slot s{store(name), store(value)};
-    if (count_ < kInline) {
-      for (std::size_t k = count_; k > at; --k) inline_[k] = inline_[k - 1];
-      if (at < kInline) inline_[at] = s;
-    } else {
-      // Sorted across both: shift through the overflow, then the inline tail.
-      more_.push_back(Slot{});
-      for (std::size_t k = count_; k > at; --k) slot(k) = slot(k - 1);
-      slot(at) = s;
-    }
-    ++count_;
+  // Keyed by the column's text in dialect `db`, written straight into the
+  // map's text.
+  void set(const col& c, tessel::DBTYPE db, std::string_view value) {
+    const bool drop_schema = db == tessel::DB_SQLITE;
+    set_written(
+        ColumnText::size(c, db, drop_schema),
+        [&](Into& to) { ColumnText::put(to, c, db, drop_schema); }, value);
   }
 
   class const_iterator {
@@ -79,20 +68,59 @@ class TextMap {
   static constexpr std::size_t kInline = 4;
   static constexpr std::size_t kText = 64;
 
-  Part store(std::string_view s) {
-    if (s.size() > UINT32_MAX / 2 - used_) throw std::length_error("vexel: SET text too long");
-    Part p{static_cast<std::uint32_t>(used_), static_cast<std::uint32_t>(s.size())};
-    if (s.size() > kText - used_ || !more_text_.empty()) {
-      if (more_text_.empty()) more_text_.assign(local_text_, used_);
-      more_text_.append(s.data(), s.size());
-    } else {
-      detail::copy_bytes(local_text_ + used_, s.data(), s.size());
+  // Writes the name where the text ends; it stays there only when it is
+  // new, a known name taking the new value instead.
+  template <typename Write>
+  void set_written(std::size_t name_size, Write write_name, std::string_view value) {
+    const std::size_t need = name_size + value.size();
+    check(need);
+    // Room for both where the text ends; `used_` moves past what is kept.
+    char* const end = room(need);
+    Into into{end};
+    write_name(into);
+    const char* const t = end - used_;
+    const std::string_view name(end, name_size);
+    std::size_t at = 0;
+    while (at < count_ && view(t, slot(at).name) < name) ++at;
+    if (at < count_ && view(t, slot(at).name) == name) {
+      // The value goes where the name was; the old value's bytes stay
+      // behind, unused: replacing is rare.
+      detail::copy_bytes(end, value.data(), value.size());
+      slot(at).value = part(used_, value.size());
+      used_ += value.size();
+      if (!more_text_.empty()) more_text_.resize(used_);
+      return;
     }
-    used_ += s.size();
-    return p;
+    detail::copy_bytes(end + name_size, value.data(), value.size());
+    const Slot s{part(used_, name_size), part(used_ + name_size, value.size())};
+    used_ += need;
+    if (count_ < kInline) {
+      for (std::size_t k = count_; k > at; --k) inline_[k] = inline_[k - 1];
+      inline_[at] = s;
+    } else {
+      // Sorted across both: shift through the overflow, then the inline tail.
+      more_.push_back(Slot{});
+      for (std::size_t k = count_; k > at; --k) slot(k) = slot(k - 1);
+      slot(at) = s;
+    }
+    ++count_;
+  }
+  static Part part(std::size_t from, std::size_t size) {
+    return Part{static_cast<std::uint32_t>(from), static_cast<std::uint32_t>(size)};
+  }
+  void check(std::size_t n) const {
+    if (n > UINT32_MAX / 2 - used_) throw std::length_error("vexel: SET text too long");
+  }
+  // Room for `n` more bytes where the text ends.
+  char* room(std::size_t n) {
+    if (more_text_.empty() && n <= kText - used_) return local_text_ + used_;
+    if (more_text_.empty()) more_text_.assign(local_text_, used_);
+    more_text_.resize(used_ + n);
+    return &more_text_[used_];
   }
   const char* text() const { return more_text_.empty() ? local_text_ : more_text_.data(); }
-  std::string_view view(Part p) const { return {text() + p.from, p.size}; }
+  std::string_view view(Part p) const { return view(text(), p); }
+  static std::string_view view(const char* t, Part p) { return {t + p.from, p.size}; }
   Slot& slot(std::size_t k) { return k < kInline ? inline_[k] : more_[k - kInline]; }
   const Slot& slot(std::size_t k) const { return k < kInline ? inline_[k] : more_[k - kInline]; }
 

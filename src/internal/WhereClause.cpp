@@ -3,7 +3,8 @@
 namespace vexel {
 namespace internal {
 
-void WhereClause::put_where_returning(Fill& out, const ColumnTexts& returned,
+template <typename Sink>
+void WhereClause::put_where_returning(Sink& out, const ColumnTexts& returned,
                                       const char* output_ref) const {
   const char* ref = output_ref != nullptr ? output_ref : "";
   const bool listed = returned.listed(ref);
@@ -17,6 +18,8 @@ void WhereClause::put_where_returning(Fill& out, const ColumnTexts& returned,
     returned.put(out, ref);
   }
 }
+template void WhereClause::put_where_returning(Fill&, const ColumnTexts&, const char*) const;
+template void WhereClause::put_where_returning(Into&, const ColumnTexts&, const char*) const;
 
 }  // namespace internal
 }  // namespace vexel

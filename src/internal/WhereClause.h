@@ -32,14 +32,17 @@ class WhereClause {
 
  protected:
   // " WHERE " and the condition, when there is one.
-  void put_where(Fill& out) const {
+  template <typename Sink>
+  void put_where(Sink& out) const {
     if (!where_.empty()) out.append(" WHERE ").append(where_);
   }
   std::size_t where_size() const { return where_.size(); }
   // The condition with the returned columns around it: " OUTPUT " and the
   // list before it when `output_ref` is set (SQL Server), else " RETURNING "
   // and the list after it; no keyword for a list without text.
-  void put_where_returning(Fill& out, const ColumnTexts& returned, const char* output_ref) const;
+  // Writes into a Fill or an Into.
+  template <typename Sink>
+  void put_where_returning(Sink& out, const ColumnTexts& returned, const char* output_ref) const;
 
  private:
   std::string where_;

@@ -251,6 +251,15 @@ TEST(Hardening, TextsPastTheirRoomInPlace) {
     listed += (k > 0 ? ",('" : "('") + std::string(10, static_cast<char>('a' + k)) + "')";
   }
   EXPECT_EQ(rows.tosql(), "INSERT INTO t(a) VALUES" + listed);
+  // UPDATE and DELETE past the room their table and their text have in place.
+  const vexel::tab long_table = vexel::sch(wide).tab(wide);
+  const std::string long_name = wide + "." + wide, quoted = "'" + x + "'";
+  vexel::UpdateBuilder long_update(fake(2));
+  long_update.UPDATE(long_table).SET(vexel::col("c"), vexel::SQLValue(x));
+  EXPECT_EQ(long_update.tosql(), "UPDATE " + long_name + " SET c = " + quoted);
+  vexel::DeleteBuilder long_delete(fake(2));
+  long_delete.DELETE_FROM(long_table).WHERE(vexel::col("c") == x);
+  EXPECT_EQ(long_delete.tosql(), "DELETE FROM " + long_name + " WHERE c = " + quoted);
   std::string sevens = "7";
   for (int k = 1; k < 20; ++k) sevens += ",7";
   EXPECT_EQ(vexel::col("k").in(std::vector<int>(20, 7)).GetExpr(tessel::DB_POSTGRESQL),
