@@ -1,6 +1,7 @@
 #include "CDBSystemInfoImp.h"
 
 #include "internal/Execution.h"
+#include "internal/Facade.h"
 #include "internal/Text.h"
 #include "postgres/PGSystemInfo.h"
 #include "sqlite/SQLiteSystemInfo.h"
@@ -55,14 +56,8 @@ bool CDBSystemInfoImp::not_supported(const internal::Site& site) {
 
 std::shared_ptr<CDBSystemInfoImp> make_system_info(tessel::DBTYPE db_type,
                                                    const std::shared_ptr<tessel::CConnect>& conn) {
-  switch (db_type) {
-    case tessel::DB_SQLITE:
-      return internal::make_nothrow<CSQLiteSystemInfo>(conn);
-    case tessel::DB_SQLSERVER:
-      return internal::make_nothrow<CSQLServerSystemInfo>(conn);
-    default:
-      return internal::make_nothrow<CPGSystemInfo>(conn);
-  }
+  return internal::make_dialect<CPGSystemInfo, CSQLiteSystemInfo, CSQLServerSystemInfo,
+                                CDBSystemInfoImp>(db_type, conn);
 }
 
 }  // namespace vexel

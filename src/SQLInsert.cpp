@@ -29,6 +29,17 @@ void SQLInsert::COLUMNS(internal::Span<col> cols, tessel::DBTYPE db) {
 }
 
 void SQLInsert::VALUES(internal::Span<SQLValue> row) {
+  std::string scratch;
+  const auto write = [&](auto& sink) {
+    if (row_count_ > 0) sink.put(',');
+    sink.put('(');
+    for (std::size_t i = 0; i < row.size(); ++i) {
+      if (i > 0) sink.put(',');
+      const std::string_view text = internal::ValueText::view(row[i], db_type_, scratch);
+      sink.put(text.data(), text.size());
+    }
+    sink.put(')');
+  };
   // A row of values that hold their text is put together on the stack and
   // appended in one piece.
   std::size_t size = row.size() + 2;
@@ -39,25 +50,11 @@ void SQLInsert::VALUES(internal::Span<SQLValue> row) {
   char small[256];
   if (size <= sizeof small) {
     internal::Into into{small};
-    if (row_count_ > 0) into.put(',');
-    into.put('(');
-    for (std::size_t i = 0; i < row.size(); ++i) {
-      if (i > 0) into.put(',');
-      const std::string* text = internal::ValueText::fixed(row[i]);
-      into.put(text->data(), text->size());
-    }
-    into.put(')');
+    write(into);
     rows_.append(small, into.size());
-    ++row_count_;
-    return;
+  } else {
+    write(rows_);
   }
-  if (row_count_ > 0) rows_.append(',');
-  rows_.append('(');
-  for (std::size_t i = 0; i < row.size(); ++i) {
-    if (i > 0) rows_.append(',');
-    rows_.append(internal::ValueText::of(row[i], db_type_));
-  }
-  rows_.append(')');
   ++row_count_;
 }
 

@@ -1,5 +1,6 @@
 #include "SQLSeq.h"
 
+#include "internal/Facade.h"
 #include "internal/Text.h"
 #include "postgres/PGSeq.h"
 #include "sqlite/SQLiteSeq.h"
@@ -35,13 +36,12 @@ void SQLSeq::SET_VAL(const std::string& seq_name, const std::string& aggregate,
 }
 
 std::shared_ptr<SQLSeq> make_seq(tessel::DBTYPE db, const std::shared_ptr<tessel::CConnect>& conn) {
-  if (db == tessel::DB_SQLITE) return internal::make_nothrow<SQLiteSeq>(conn);
-  return internal::make_nothrow<PGSeq>(conn);
+  // SQL Server writes sequences as PostgreSQL does.
+  return internal::make_dialect<PGSeq, SQLiteSeq, PGSeq, SQLSeq>(db, conn);
 }
 
 std::shared_ptr<SQLSeq> copy_seq(tessel::DBTYPE db, const SQLSeq& other) {
-  if (db == tessel::DB_SQLITE) return internal::make_nothrow<SQLiteSeq>(other);
-  return internal::make_nothrow<PGSeq>(other);
+  return internal::make_dialect<PGSeq, SQLiteSeq, PGSeq, SQLSeq>(db, other);
 }
 
 }  // namespace vexel

@@ -1,5 +1,6 @@
 #include "SQLWith.h"
 
+#include "internal/Facade.h"
 #include "internal/Text.h"
 #include "postgres/PGWith.h"
 #include "sqlite/SQLiteWith.h"
@@ -29,25 +30,11 @@ bool SQLWith::run(const internal::QueryRoutes& routes, internal::QueryVariant va
 
 std::shared_ptr<SQLWith> make_with(tessel::DBTYPE db,
                                    const std::shared_ptr<tessel::CConnect>& conn) {
-  switch (db) {
-    case tessel::DB_SQLITE:
-      return internal::make_nothrow<SQLiteWith>(conn);
-    case tessel::DB_SQLSERVER:
-      return internal::make_nothrow<SQLServerWith>(conn);
-    default:
-      return internal::make_nothrow<PGWith>(conn);
-  }
+  return internal::make_dialect<PGWith, SQLiteWith, SQLServerWith, SQLWith>(db, conn);
 }
 
 std::shared_ptr<SQLWith> copy_with(tessel::DBTYPE db, const SQLWith& other) {
-  switch (db) {
-    case tessel::DB_SQLITE:
-      return internal::make_nothrow<SQLiteWith>(other);
-    case tessel::DB_SQLSERVER:
-      return internal::make_nothrow<SQLServerWith>(other);
-    default:
-      return internal::make_nothrow<PGWith>(other);
-  }
+  return internal::make_dialect<PGWith, SQLiteWith, SQLServerWith, SQLWith>(db, other);
 }
 
 }  // namespace vexel

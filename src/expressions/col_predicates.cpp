@@ -48,15 +48,6 @@ struct Digits {
   std::size_t n;
 };
 
-std::size_t size_of(std::string_view s) { return s.size(); }
-template <std::size_t N>
-constexpr std::size_t size_of(const char (&)[N]) {
-  return N - 1;
-}
-std::size_t size_of(const Name& n) { return internal::ColumnText::name_size(n.c); }
-std::size_t size_of(const Value& v) { return internal::ValueText::size(v.v); }
-std::size_t size_of(const Digits& d) { return d.n; }
-
 void put(internal::Fill& f, std::string_view s) { f.put(s.data(), s.size()); }
 template <std::size_t N>
 void put(internal::Fill& f, const char (&s)[N]) {
@@ -104,14 +95,15 @@ Ptr_CommonExpr text(const Parts&... parts) {
   Ptr_CommonExpr holder;
   std::string& out = internal::ExprTree::finished_text(holder);
   char small[256];
+  // The known lengths; a part only writing tells grows the text as it goes.
   std::size_t total = 0;
   bool known = true;
   for (const std::size_t n : {exact_size(parts)...}) {
-    if (n == kUnknown || n > sizeof small) {
+    if (n == kUnknown) {
       known = false;
-      break;
+    } else {
+      total += n;
     }
-    total += n;
   }
   if (known && total <= sizeof small) {
     internal::Into into{small};
@@ -120,7 +112,7 @@ Ptr_CommonExpr text(const Parts&... parts) {
     return holder;
   }
   {
-    internal::Fill f(out, (size_of(parts) + ...));
+    internal::Fill f(out, total);
     (put(f, parts), ...);
   }
   return holder;
@@ -132,36 +124,22 @@ std::string quoted(const std::string& s) { return "'" + s + "'"; }
 Ptr_CommonExpr int_condition(const col& c, std::string_view op, internal::Span<int> values) {
   Ptr_CommonExpr holder;
   std::string& out = internal::ExprTree::finished_text(holder);
-  // A short list is put together on the stack and copied once: an int
-  // takes at most 11 characters, and one more for the comma.
-  char small[256];
-  const std::size_t name = internal::ColumnText::name_size(c);
-  if (name != 0 && values.size() <= 16 &&
-      name + op.size() + 12 * values.size() + 1 <= sizeof small) {
-    internal::Into into{small};
-    internal::ColumnText::put_own_name(into, c);
-    into.put(op.data(), op.size());
-    char* p = into.p;
+  const auto write = [&](auto& sink) {
+    internal::ColumnText::put_name(sink, c);
+    sink.put(op.data(), op.size());
     for (std::size_t i = 0; i < values.size(); ++i) {
-      if (i > 0) *p++ = ',';
-      p = std::to_chars(p, p + 11, values[i]).ptr;
+      if (i > 0) sink.put(',');
+      sink.put_number(values[i]);
     }
-    *p++ = ')';
-    out.append(small, static_cast<std::size_t>(p - small));
-    return holder;
-  }
-  // The exact length: a text that fits in place needs no allocation.
-  std::size_t size = name + op.size() + (values.empty() ? 1 : values.size());
-  for (const int v : values) size += internal::Fill::number_size(v);
-  {
-    internal::Fill f(out, size);
-    internal::ColumnText::put_name(f, c);
-    f.put(op.data(), op.size());
-    for (std::size_t i = 0; i < values.size(); ++i) {
-      if (i > 0) f.put(',');
-      f.put_number(values[i]);
-    }
-    f.put(')');
+    sink.put(')');
+  };
+  // An int takes at most 11 characters, and one more for the comma.
+  const std::size_t bound = op.size() + 12 * values.size() + 1;
+  if (internal::ColumnText::own(c)) {
+    internal::append_bounded(out, internal::ColumnText::own_name_size(c) + bound, write);
+  } else {
+    internal::Fill f(out, bound);
+    write(f);
   }
   return holder;
 }

@@ -7,6 +7,7 @@
 #include <memory>
 #include <new>
 #include <type_traits>
+#include <utility>
 
 #include "internal/Log.h"
 #include "tessel/CConnect.h"
@@ -51,36 +52,48 @@ void copy_or_fresh(tessel::DBTYPE& db, detail::ImplSlot<Impl, N>& to,
 }
 
 // The implementation class chosen for a dialect: SQLite for 1, SQL Server
-// for 3, PostgreSQL for 2 and every other code; built in `slot` ...
-template <typename PG, typename Lite, typename Server, typename Slot, typename Arg>
-void place_dialect(Slot& slot, tessel::DBTYPE db, const Arg& arg) {
+// for 3, PostgreSQL for 2 and every other code, handed to `f` as a
+// Dialect<Class>.
+template <typename T>
+struct Dialect {
+  using type = T;
+};
+template <typename PG, typename Lite, typename Server, typename F>
+decltype(auto) for_dialect(tessel::DBTYPE db, F&& f) {
   switch (db) {
     case tessel::DB_SQLITE:
-      slot.template emplace<Lite>(arg);
-      return;
+      return f(Dialect<Lite>{});
     case tessel::DB_SQLSERVER:
-      slot.template emplace<Server>(arg);
-      return;
+      return f(Dialect<Server>{});
     default:
-      slot.template emplace<PG>(arg);
+      return f(Dialect<PG>{});
   }
+}
+
+// Allocates an implementation object; null when memory runs out, which the
+// facades report instead of throwing.
+template <typename T, typename... Args>
+std::shared_ptr<T> make_nothrow(Args&&... args) {
+  try {
+    return std::make_shared<T>(std::forward<Args>(args)...);
+  } catch (const std::bad_alloc&) {
+    return nullptr;
+  }
+}
+
+// The class of `db` built in `slot` from `arg` ...
+template <typename PG, typename Lite, typename Server, typename Slot, typename Arg>
+void place_dialect(Slot& slot, tessel::DBTYPE db, const Arg& arg) {
+  for_dialect<PG, Lite, Server>(
+      db, [&](auto d) { slot.template emplace<typename decltype(d)::type>(arg); });
 }
 
 // ... or on the heap, null when memory runs out.
 template <typename PG, typename Lite, typename Server, typename Impl, typename Arg>
 std::shared_ptr<Impl> make_dialect(tessel::DBTYPE db, const Arg& arg) {
-  try {
-    switch (db) {
-      case tessel::DB_SQLITE:
-        return std::make_shared<Lite>(arg);
-      case tessel::DB_SQLSERVER:
-        return std::make_shared<Server>(arg);
-      default:
-        return std::make_shared<PG>(arg);
-    }
-  } catch (const std::bad_alloc&) {
-    return nullptr;
-  }
+  return for_dialect<PG, Lite, Server>(db, [&](auto d) -> std::shared_ptr<Impl> {
+    return make_nothrow<typename decltype(d)::type>(arg);
+  });
 }
 
 void log_no_implementation(const Site& site);

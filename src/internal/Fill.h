@@ -62,16 +62,6 @@ class Fill {
     const auto end = std::to_chars(digits, digits + sizeof digits, value).ptr;
     put(digits, static_cast<std::size_t>(end - digits));
   }
-  // The length put_number writes.
-  static std::size_t number_size(int value) {
-    std::size_t n = value < 0 ? 2 : 1;
-    for (unsigned rest = value < 0 ? 0u - static_cast<unsigned>(value)
-                                   : static_cast<unsigned>(value);
-         rest >= 10; rest /= 10) {
-      ++n;
-    }
-    return n;
-  }
   // The length of the text so far.
   std::size_t size() const { return kept_ + written(); }
   // Takes back the last `n` bytes written.

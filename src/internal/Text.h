@@ -2,6 +2,7 @@
 #ifndef VEXEL_INTERNAL_TEXT_H
 #define VEXEL_INTERNAL_TEXT_H
 
+#include <charconv>
 #include <memory>
 #include <new>
 #include <string>
@@ -56,6 +57,8 @@ struct Into {
     p += n;
   }
   void put(char c) { *p++ = c; }
+  // A number as std::to_string writes it, in at most 11 bytes.
+  void put_number(int value) { p = std::to_chars(p, p + 11, value).ptr; }
   Into& append(std::string_view s) {
     put(s.data(), s.size());
     return *this;
@@ -89,6 +92,19 @@ std::string bounded_text(std::size_t bound, Write write) {
   }
   return text;
 }
+// The same, appended to `out`.
+template <typename Write>
+void append_bounded(std::string& out, std::size_t bound, Write write) {
+  char small[512];
+  if (bound <= sizeof small) {
+    Into into{small};
+    write(into);
+    out.append(small, into.size());
+    return;
+  }
+  Fill fill(out, bound);
+  write(fill);
+}
 
 // A column's text as a plain copy of it in dialect `db` renders it
 // (col(c, db).col_name(), and to_order()), appended without the copy.
@@ -99,9 +115,11 @@ struct ColumnText {
   }
   // The column's col_name() text; a subclass may name itself otherwise, so
   // only the class itself is written in place.
-  static void put_name(Fill& f, const col& c) {
+  template <typename Sink>
+  static void put_name(Sink& f, const col& c) {
     if (typeid(c) != typeid(col)) {
-      f.put(c.col_name());
+      const std::string name = c.col_name();
+      f.put(name.data(), name.size());
       return;
     }
     put_own_name(f, c);
@@ -231,11 +249,6 @@ struct ValueText {
     scratch = v.GetExpr(db);
     return scratch;
   }
-  // The length put writes when it is known beforehand, else 0.
-  static std::size_t size(const SQLValue& v) {
-    const std::string* text = fixed(v);
-    return text != nullptr ? text->size() : 0;
-  }
   // of(v, db) written into `f`.
   static void put(Fill& f, const SQLValue& v, tessel::DBTYPE db) {
     if (const std::string* text = fixed(v)) {
@@ -297,17 +310,6 @@ std::string join_orders(Span<col> cols, tessel::DBTYPE db);
 // writes it in the C locale ("1.500000", "-0.000001"), whatever locale the
 // host process runs under: a decimal comma would change the statement.
 std::string fixed_six(double value);
-
-// Allocates an implementation object; null when memory runs out, which the
-// facades report instead of throwing.
-template <typename T, typename... Args>
-std::shared_ptr<T> make_nothrow(Args&&... args) {
-  try {
-    return std::make_shared<T>(std::forward<Args>(args)...);
-  } catch (const std::bad_alloc&) {
-    return nullptr;
-  }
-}
 
 }  // namespace internal
 }  // namespace vexel
