@@ -144,8 +144,8 @@ void SQLQuery::extend(std::string_view connector, const CommonExpr& condition) {
 
 namespace {
 
-template <std::size_t N>
-void put_clause(internal::Fill& f, const char (&keyword)[N], std::string_view text) {
+template <typename Sink, std::size_t N>
+void put_clause(Sink& f, const char (&keyword)[N], std::string_view text) {
   f.put(keyword, N - 1);
   f.put(text.data(), text.size());
 }
@@ -153,25 +153,23 @@ void put_clause(internal::Fill& f, const char (&keyword)[N], std::string_view te
 }  // namespace
 
 std::string SQLQuery::render(const SelectForm& form) const {
-  std::size_t size = 96 + select_text_.size() + from_.size() + where_.size() + group_text_.size() +
+  // At least what write writes: its keywords and two numbers take 142
+  // bytes at most.
+  std::size_t size = 160 + select_text_.size() + from_.size() + where_.size() + group_text_.size() +
                      order_text_.size();
   if (const Extra* x = extra_.find()) {
     size += x->select_expression.size() + x->having.size() + x->union_all.size() +
             x->union_.size() + x->except.size() + x->intersect.size();
   }
   for (std::size_t i = 0; i < join_count_ || i < on_count_; ++i) {
-    size += 16 + entry(i).target.size() + entry(i).on.size();
+    const Join& join = entry(i);
+    size += join.keyword.size() + 4 + join.target.size() + join.on.size();
   }
-  std::string s;
-  {
-    // Scoped: the text is trimmed to what was written when this ends.
-    internal::Fill f(s, size);
-    write(f, form);
-  }
-  return s;
+  return internal::bounded_text(size, [&](auto& f) { write(f, form); });
 }
 
-void SQLQuery::write(internal::Fill& f, const SelectForm& form) const {
+template <typename Sink>
+void SQLQuery::write(Sink& f, const SelectForm& form) const {
   const Extra* x = extra_.find();
   f.put("SELECT ", 7);
   if (form.select_expression && x != nullptr) f.put(x->select_expression);

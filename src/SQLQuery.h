@@ -78,7 +78,9 @@ class SQLQuery {
   ~SQLQuery() = default;
 
   std::string render(const SelectForm& form) const;
-  void write(internal::Fill& f, const SelectForm& form) const;
+  // Writes the statement into a Fill or an Into.
+  template <typename Sink>
+  void write(Sink& f, const SelectForm& form) const;
   bool run(const ExecForm& form, Variant variant, const internal::Site& site, int time_out = 0,
            const std::string& collate_name = std::string());
 

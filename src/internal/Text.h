@@ -57,6 +57,7 @@ struct Into {
     p += n;
   }
   void put(char c) { *p++ = c; }
+  void put(std::string_view s) { put(s.data(), s.size()); }
   // A number as std::to_string writes it, in at most 11 bytes.
   void put_number(int value) { p = std::to_chars(p, p + 11, value).ptr; }
   Into& append(std::string_view s) {
@@ -79,7 +80,7 @@ struct Into {
 // once, a longer one through a Fill.
 template <typename Write>
 std::string bounded_text(std::size_t bound, Write write) {
-  char small[512];
+  char small[1024];
   if (bound <= sizeof small) {
     Into into{small};
     write(into);
