@@ -20,7 +20,7 @@ std::string SQLDelete::render(const Form& form) const {
     const void* dot = std::memchr(table.data(), '.', table.size());
     if (dot != nullptr) table.remove_prefix(static_cast<const char*>(dot) - table.data() + 1);
   }
-  // The keywords take 31 bytes at most.
+  // The keywords take 30 bytes at most.
   return internal::bounded_text(40 + table.size() + where_size() + returned_.size(),
                                 [&](auto& sql) {
                                   sql.append("DELETE FROM ").append(table);

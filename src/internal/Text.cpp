@@ -16,7 +16,7 @@ void put_list(Sink& f, Span<col> cols, tessel::DBTYPE db, bool with_order) {
     if (with_order) {
       ColumnText::put_order(f, c, db);
     } else {
-      ColumnText::put(f, c, db, db == tessel::DB_SQLITE);
+      ColumnText::put(f, c, db);
     }
   }
 }
@@ -119,7 +119,7 @@ std::string column_text(const col& c, tessel::DBTYPE db) {
 
 void ColumnTexts::add(Span<col> cols, tessel::DBTYPE db) {
   for (const col& c : cols) {
-    ColumnText::put(text_, c, db, db == tessel::DB_SQLITE);
+    ColumnText::put(text_, c, db);
     if (count_ < kInline) {
       ends_[count_] = text_.size();
     } else {

@@ -93,7 +93,9 @@ std::string bounded_text(std::size_t bound, Write write) {
   }
   return text;
 }
-// The same, appended to `out`.
+// The same, appended to `out`. bounded_text does not call this: making the
+// result from the stack in one piece costs about 80 instructions less than
+// appending to an empty string.
 template <typename Write>
 void append_bounded(std::string& out, std::size_t bound, Write write) {
   char small[512];
@@ -112,7 +114,16 @@ void append_bounded(std::string& out, std::size_t bound, Write write) {
 struct ColumnText {
   static void append(std::string& out, const col& c, tessel::DBTYPE db) {
     Append a(out);
-    put(a, c, db, db == tessel::DB_SQLITE);
+    put(a, c, db);
+  }
+  // The text a builder of dialect `db` writes for `c`: SQLite's drops the
+  // schema.
+  template <typename Sink>
+  static void put(Sink& f, const col& c, tessel::DBTYPE db) {
+    put(f, c, db, db == tessel::DB_SQLITE);
+  }
+  static std::size_t size(const col& c, tessel::DBTYPE db) {
+    return size(c, db, db == tessel::DB_SQLITE);
   }
   // The column's col_name() text; a subclass may name itself otherwise, so
   // only the class itself is written in place.
@@ -205,10 +216,9 @@ struct ColumnText {
 class ColumnName {
  public:
   ColumnName(const col& c, tessel::DBTYPE db) {
-    const bool drop_schema = db == tessel::DB_SQLITE;
-    if (ColumnText::size(c, db, drop_schema) <= sizeof local_) {
+    if (ColumnText::size(c, db) <= sizeof local_) {
       Into into{local_};
-      ColumnText::put(into, c, db, drop_schema);
+      ColumnText::put(into, c, db);
       text_ = std::string_view(local_, static_cast<std::size_t>(into.p - local_));
     } else {
       ColumnText::append(spilled_, c, db);

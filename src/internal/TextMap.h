@@ -23,14 +23,10 @@ class TextMap {
  public:
   using Entry = std::pair<std::string_view, std::string_view>;
 
-  // Keyed by the column's text in dialect `db`, written straight into the
-  // map's text.
-  void set(const col& c, tessel::DBTYPE db, std::string_view value) {
-    const bool drop_schema = db == tessel::DB_SQLITE;
-    set_written(
-        ColumnText::size(c, db, drop_schema),
-        [&](Into& to) { ColumnText::put(to, c, db, drop_schema); }, value);
-  }
+  // Keyed by the column's text in dialect `db`, written straight where
+  // the map's text ends; it stays there only when it is new, a known name
+  // taking the new value instead.
+  void set(const col& c, tessel::DBTYPE db, std::string_view value);
 
   class const_iterator {
    public:
@@ -68,43 +64,6 @@ class TextMap {
   static constexpr std::size_t kInline = 4;
   static constexpr std::size_t kText = 64;
 
-  // Writes the name where the text ends; it stays there only when it is
-  // new, a known name taking the new value instead.
-  template <typename Write>
-  void set_written(std::size_t name_size, Write write_name, std::string_view value) {
-    const std::size_t need = name_size + value.size();
-    check(need);
-    // Room for both where the text ends; `used_` moves past what is kept.
-    char* const end = room(need);
-    Into into{end};
-    write_name(into);
-    const char* const t = end - used_;
-    const std::string_view name(end, name_size);
-    std::size_t at = 0;
-    while (at < count_ && view(t, slot(at).name) < name) ++at;
-    if (at < count_ && view(t, slot(at).name) == name) {
-      // The value goes where the name was; the old value's bytes stay
-      // behind, unused: replacing is rare.
-      detail::copy_bytes(end, value.data(), value.size());
-      slot(at).value = part(used_, value.size());
-      used_ += value.size();
-      if (!more_text_.empty()) more_text_.resize(used_);
-      return;
-    }
-    detail::copy_bytes(end + name_size, value.data(), value.size());
-    const Slot s{part(used_, name_size), part(used_ + name_size, value.size())};
-    used_ += need;
-    if (count_ < kInline) {
-      for (std::size_t k = count_; k > at; --k) inline_[k] = inline_[k - 1];
-      inline_[at] = s;
-    } else {
-      // Sorted across both: shift through the overflow, then the inline tail.
-      more_.push_back(Slot{});
-      for (std::size_t k = count_; k > at; --k) slot(k) = slot(k - 1);
-      slot(at) = s;
-    }
-    ++count_;
-  }
   static Part part(std::size_t from, std::size_t size) {
     return Part{static_cast<std::uint32_t>(from), static_cast<std::uint32_t>(size)};
   }
